@@ -1,0 +1,35 @@
+# The build folder is laid out as an installed IDE is, so that what was built can be loaded from where it lies:
+#   lib/                      shared libraries (Tarn, QSsh)
+#   lib/qtcreator/plugins/    IDE plugins
+#   ide/bin/                  a Qt Creator of our own: the packaged executable beside links to the rest of the package.
+#                             Data files that plugins look for beside the IDE's executable go there.
+
+set(EMULATIONMANAGEMENT_LIBRARY_DIR "${PROJECT_BINARY_DIR}/lib")
+set(EMULATIONMANAGEMENT_IDE_PLUGIN_DIR "${PROJECT_BINARY_DIR}/lib/qtcreator/plugins")
+set(EMULATIONMANAGEMENT_IDE_DIR "${PROJECT_BINARY_DIR}/ide")
+set(EMULATIONMANAGEMENT_IDE_BIN_DIR "${EMULATIONMANAGEMENT_IDE_DIR}/bin")
+set(EMULATIONMANAGEMENT_IDE_EXECUTABLE "${EMULATIONMANAGEMENT_IDE_BIN_DIR}/qtcreator")
+
+get_filename_component(_ide_binary "${QtCreator_EXECUTABLE}" REALPATH)
+get_filename_component(_ide_prefix "${_ide_binary}/../.." REALPATH)
+file(MAKE_DIRECTORY "${EMULATIONMANAGEMENT_IDE_BIN_DIR}")
+file(COPY_FILE "${_ide_binary}" "${EMULATIONMANAGEMENT_IDE_EXECUTABLE}" ONLY_IF_DIFFERENT)
+foreach(_part IN ITEMS lib libexec share)
+    file(CREATE_LINK "${_ide_prefix}/${_part}" "${EMULATIONMANAGEMENT_IDE_DIR}/${_part}" SYMBOLIC)
+endforeach()
+
+# add_ide_plugin(target METADATA json-file SOURCES ... LIBRARIES ... [DESTINATION dir])
+# A module that the IDE loads. DESTINATION replaces the common plugin folder (test plugins keep to themselves).
+function(add_ide_plugin target)
+    cmake_parse_arguments(arg "" "DESTINATION" "SOURCES;LIBRARIES" ${ARGN})
+    if(NOT arg_DESTINATION)
+        set(arg_DESTINATION "${EMULATIONMANAGEMENT_IDE_PLUGIN_DIR}")
+    endif()
+    qt_add_library(${target} MODULE ${arg_SOURCES})
+    target_link_libraries(${target} PRIVATE EmulationManagement::Options QtCreator::Core ${arg_LIBRARIES})
+    set_target_properties(${target} PROPERTIES
+        LIBRARY_OUTPUT_DIRECTORY "${arg_DESTINATION}"
+        BUILD_RPATH "${EMULATIONMANAGEMENT_LIBRARY_DIR}"
+        INSTALL_RPATH "$ORIGIN/../.."
+    )
+endfunction()

@@ -1,0 +1,49 @@
+# Every test belongs to a ring, its CTest label: unit, qml, ide, e2e, fuzz or bench.
+#
+# add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
+#               [ARGUMENTS ...])
+# A Qt Test program. ISOLATED gives it a network of its own (it uses fixed ports or starts servers).
+#
+# add_ring_command(name RING ring COMMAND ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...])
+# Any command; exit code 0 passes.
+
+set(EMULATIONMANAGEMENT_ISOLATED "${PROJECT_SOURCE_DIR}/tools/isolated")
+
+function(add_ring_command name)
+    cmake_parse_arguments(arg "ISOLATED" "RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 300)
+    endif()
+    if(arg_ISOLATED)
+        list(PREPEND arg_COMMAND "${EMULATIONMANAGEMENT_ISOLATED}")
+    endif()
+    add_test(NAME ${name} COMMAND ${arg_COMMAND})
+    set(_environment QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software ${arg_ENVIRONMENT})
+    if(EMULATIONMANAGEMENT_SANITIZE)
+        list(APPEND _environment
+            "ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:detect_stack_use_after_return=1:new_delete_type_mismatch=0"
+            "UBSAN_OPTIONS=print_stacktrace=1"
+            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizer-suppressions.txt:print_suppressions=0"
+        )
+    endif()
+    set_tests_properties(${name} PROPERTIES
+        LABELS "${arg_RING}"
+        TIMEOUT ${arg_TIMEOUT}
+        ENVIRONMENT "${_environment}"
+    )
+endfunction()
+
+function(add_ring_test name)
+    cmake_parse_arguments(arg "ISOLATED" "RING;TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT;ARGUMENTS" ${ARGN})
+    qt_add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE EmulationManagement::Options Qt6::Test ${arg_LIBRARIES})
+    set(_options)
+    if(arg_ISOLATED)
+        list(APPEND _options ISOLATED)
+    endif()
+    if(arg_TIMEOUT)
+        list(APPEND _options TIMEOUT ${arg_TIMEOUT})
+    endif()
+    add_ring_command(${name} RING ${arg_RING} COMMAND $<TARGET_FILE:${name}> ${arg_ARGUMENTS}
+        ENVIRONMENT ${arg_ENVIRONMENT} ${_options})
+endfunction()

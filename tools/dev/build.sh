@@ -1,0 +1,33 @@
+# shellcheck shell=bash
+: "${project:?}" "${build_root:?}"
+
+# build_preset PRESET [TARGET...]
+build_preset() {
+    local preset=$1
+    shift
+    export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache}
+    (
+        cd "$project"
+        if [[ ! -f $build_root/$preset/build.ninja ]]; then
+            say "configuring $preset"
+            with_progress "$build_root/$preset/configure.log" cmake --preset "$preset"
+        fi
+        say "building $preset"
+        with_progress "$build_root/$preset/build.log" cmake --build --preset "$preset" ${1:+--target "$@"}
+    )
+}
+
+verb_build() {
+    local preset=release
+    while (($#)); do
+        case $1 in
+        --preset)
+            preset=${2:?--preset needs a name}
+            shift 2
+            ;;
+        *) fail "build: unknown option '$1'" ;;
+        esac
+    done
+    build_preset "$preset"
+    say "built: $build_root/$preset"
+}

@@ -1,0 +1,207 @@
+# Sourced by ./dev: where things are, and how the tool chain comes to this machine.
+# shellcheck shell=bash
+
+: "${project:?}"
+cache=${EMULATIONMANAGEMENT_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/emulationmanagement}
+build_root=$project/build
+qtcreator_series=16
+
+say() { printf '[dev %(%H:%M:%S)T] %s\n' -1 "$*" >&2; }
+fail() {
+    say "error: $*"
+    exit 1
+}
+
+# as_root COMMAND...: as it is for root, by sudo for everybody else.
+as_root() {
+    if [[ $(id -u) == 0 ]]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        fail "root rights are needed for: $*"
+    fi
+}
+
+listed_packages() { sed -e 's/#.*//' "$project/tools/packages.txt" | xargs -n1; }
+
+# with_progress LOG COMMAND...: the command's output goes to LOG; a line now and then shows that it lives.
+with_progress() {
+    local log=$1 started=$SECONDS status=0
+    shift
+    mkdir -p "$(dirname "$log")"
+    "$@" >"$log" 2>&1 &
+    local pid=$!
+    while kill -0 "$pid" 2>/dev/null; do
+        sleep 1
+        if (((SECONDS - started) % 15 == 14)); then
+            say "  … $((SECONDS - started)) s: $(tail -n 1 "$log" | tr -d '\r' | cut -c1-100)"
+        fi
+    done
+    wait "$pid" || status=$?
+    if ((status)); then
+        tail -n 40 "$log" >&2
+        fail "step failed with exit code $status; its output is in $log"
+    fi
+}
+
+is_debian_13() {
+    # shellcheck disable=SC1091
+    (source /etc/os-release 2>/dev/null && [[ ${ID:-} == debian && ${VERSION_ID:-0} -ge 13 ]])
+}
+
+# --- Debian 13: packages ------------------------------------------------------------------
+
+missing_packages() {
+    local package
+    while read -r package; do
+        [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || echo "$package"
+    done < <(listed_packages)
+}
+
+install_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages)
+    ((${#missing[@]})) || return 0
+    say "installing ${#missing[@]} packages: ${missing[*]}"
+    mkdir -p "$cache"
+    with_progress "$cache/logs/apt-$$.log" as_root apt-get -q update
+    with_progress "$cache/logs/apt-$$.log" as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -y -o DPkg::Lock::Timeout=600 --no-install-recommends install "${missing[@]}"
+}
+
+# --- elsewhere: one Debian 13 tree in the cache folder --------------------------------------
+
+# A tree is never changed once it has its name: another package list makes another tree.
+tree_path() {
+    local inputs
+    inputs=$({
+        listed_packages
+        cat "$project/tools/dev/tree-hook.sh"
+    } | sha256sum | cut -c1-12)
+    echo "$cache/debian13-$inputs"
+}
+
+ensure_tree() {
+    local tree=$1
+    [[ -d $tree ]] && return 0
+    mkdir -p "$cache"
+    (
+        flock 9 # a second run waits here and then finds the tree
+        [[ -d $tree ]] && exit 0
+        as_root rm -rf "$cache"/*.partial # what an interrupted run has left
+        if ! command -v mmdebstrap >/dev/null || ! command -v bwrap >/dev/null; then
+            command -v apt-get >/dev/null ||
+                fail "this machine needs the programs mmdebstrap and bwrap (bubblewrap); please install them"
+            say "installing mmdebstrap and bubblewrap"
+            with_progress "$cache/logs/apt.log" as_root apt-get -q update
+            with_progress "$cache/logs/apt.log" as_root env DEBIAN_FRONTEND=noninteractive \
+                apt-get -q -y --no-install-recommends install mmdebstrap bubblewrap
+        fi
+        say "making a Debian 13 tree in $tree (a few minutes, once)"
+        with_progress "$cache/logs/tree.log" as_root mmdebstrap --variant=apt \
+            --aptopt='Apt::Install-Recommends "false"' \
+            --include="$(listed_packages | paste -sd,)" \
+            --customize-hook="$project/tools/dev/tree-hook.sh \"\$1\"" \
+            trixie "$tree.partial"
+        mv "$tree.partial" "$tree" 2>/dev/null || as_root mv "$tree.partial" "$tree"
+        say "the tree is ready"
+    ) 9>"$cache/tree.lock"
+    remove_unused_trees "$tree"
+}
+
+# Trees of older package lists go, unless a run still works in one: each run holds a shared lock on its tree.
+remove_unused_trees() {
+    local other
+    for other in "$cache"/debian13-*; do
+        [[ -d $other && $other != "$1" && $other != *.partial ]] || continue
+        (
+            flock -n -x 8 || exit 0
+            say "removing the unused tree $other"
+            as_root rm -rf "$other"
+        ) 8<"$other"
+    done
+}
+
+remove_cache() {
+    [[ -d $cache ]] || return 0
+    as_root rm -rf "$cache"
+}
+
+# run_in_tree TREE COMMAND...: as an ordinary user of the tree, which passt asks for. The tree is read-only; the
+# project and the cache folder keep their paths. The network and /dev are the machine's.
+run_in_tree() {
+    local tree=$1 name link
+    shift
+    local -a options=(--unshare-user --uid 1000 --gid 1000)
+    for name in etc opt srv usr var; do options+=(--ro-bind "$tree/$name" "/$name"); done
+    for name in bin lib lib64 sbin; do
+        link=$(readlink "$tree/$name") && options+=(--symlink "$link" "/$name")
+    done
+    mkdir -p "$cache/home"
+    options+=(
+        --dev-bind /dev /dev --proc /proc --ro-bind /sys /sys
+        --tmpfs /tmp --tmpfs /run --tmpfs /var/tmp --dir /run/user/1000
+        --bind "$cache" "$cache"
+        --bind "$project" "$project"
+        --ro-bind /etc/resolv.conf /etc/resolv.conf
+        --setenv HOME "$cache/home" --setenv USER developer --setenv LOGNAME developer
+        --setenv PATH /usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin
+        --setenv XDG_RUNTIME_DIR /run/user/1000
+        --setenv EMULATIONMANAGEMENT_CACHE "$cache"
+        --setenv LANG C.UTF-8 --setenv LC_ALL C.UTF-8
+        --unsetenv XDG_CACHE_HOME --unsetenv XDG_CONFIG_HOME --unsetenv XDG_DATA_HOME
+        --unsetenv DBUS_SESSION_BUS_ADDRESS
+    )
+    # A linked git work tree keeps its repository elsewhere.
+    local repository
+    repository=$(git -C "$project" rev-parse --path-format=absolute --git-common-dir 2>/dev/null || true)
+    if [[ -n $repository && $repository != "$project"/* ]]; then options+=(--bind "$repository" "$repository"); fi
+    if [[ -d /tmp/.X11-unix ]]; then options+=(--bind /tmp/.X11-unix /tmp/.X11-unix); fi
+    if [[ -f ${XAUTHORITY:-} ]]; then options+=(--ro-bind "$XAUTHORITY" "$XAUTHORITY"); fi
+    case $PWD/ in
+    "$project"/*) options+=(--chdir "$PWD") ;;
+    *) options+=(--chdir "$project") ;;
+    esac
+    (
+        flock -s 8
+        exec bwrap "${options[@]}" -- "$@"
+    ) 8<"$tree"
+}
+
+# --- the host's headers ---------------------------------------------------------------------
+
+# Debian packs Qt Creator without development files; its source package has the headers. Prints the folder.
+qtcreator_headers() {
+    local version directory
+    version=$(dpkg-query -W -f '${source:Upstream-Version}' qtcreator)
+    [[ $version == "$qtcreator_series".* ]] || say "warning: Qt Creator is $version, the plugin is written for $qtcreator_series"
+    directory=$cache/qtcreator-headers-$version
+    if [[ ! -d $directory ]]; then
+        mkdir -p "$cache"
+        (
+            flock 9
+            [[ -d $directory ]] && exit 0
+            say "fetching the headers of Qt Creator $version"
+            with_progress "$cache/logs/qtcreator-headers.log" \
+                "$project/tools/dev/fetch-qtcreator-headers.sh" "$version" "$directory" "$cache/qtcreator-source.partial"
+        ) 9>"$cache/headers.lock"
+    fi
+    echo "$directory"
+}
+
+# Returns where the tools are at hand; otherwise runs the same verb inside the tree and ends with its exit code.
+enter_toolchain() {
+    if is_debian_13; then
+        [[ -n ${EMULATIONMANAGEMENT_IN_TREE:-} ]] || install_packages
+        QTCREATOR_HEADERS=$(qtcreator_headers)
+        export QTCREATOR_HEADERS
+        return 0
+    fi
+    local tree
+    tree=$(tree_path)
+    ensure_tree "$tree"
+    local status=0
+    EMULATIONMANAGEMENT_IN_TREE=1 run_in_tree "$tree" "$project/dev" "$@" || status=$?
+    exit "$status"
+}
