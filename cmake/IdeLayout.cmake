@@ -14,9 +14,25 @@ get_filename_component(_ide_binary "${QtCreator_EXECUTABLE}" REALPATH)
 get_filename_component(_ide_prefix "${_ide_binary}/../.." REALPATH)
 file(MAKE_DIRECTORY "${EMULATIONMANAGEMENT_IDE_BIN_DIR}")
 file(COPY_FILE "${_ide_binary}" "${EMULATIONMANAGEMENT_IDE_EXECUTABLE}" ONLY_IF_DIFFERENT)
-foreach(_part IN ITEMS lib libexec share)
+
+# link_all(from to [except...]): a folder of links to everything in another one.
+function(link_all from to)
+    file(MAKE_DIRECTORY "${to}")
+    file(GLOB _entries RELATIVE "${from}" "${from}/*")
+    list(REMOVE_ITEM _entries ${ARGN})
+    foreach(_entry IN LISTS _entries)
+        file(CREATE_LINK "${from}/${_entry}" "${to}/${_entry}" SYMBOLIC)
+    endforeach()
+endfunction()
+
+# Translations are looked for among the IDE's own, so that folder is ours too.
+set(EMULATIONMANAGEMENT_IDE_TRANSLATION_DIR "${EMULATIONMANAGEMENT_IDE_DIR}/share/qtcreator/translations")
+foreach(_part IN ITEMS lib libexec)
     file(CREATE_LINK "${_ide_prefix}/${_part}" "${EMULATIONMANAGEMENT_IDE_DIR}/${_part}" SYMBOLIC)
 endforeach()
+link_all("${_ide_prefix}/share" "${EMULATIONMANAGEMENT_IDE_DIR}/share" qtcreator)
+link_all("${_ide_prefix}/share/qtcreator" "${EMULATIONMANAGEMENT_IDE_DIR}/share/qtcreator" translations)
+link_all("${_ide_prefix}/share/qtcreator/translations" "${EMULATIONMANAGEMENT_IDE_TRANSLATION_DIR}")
 
 # add_ide_plugin(target METADATA json-file SOURCES ... LIBRARIES ... [DESTINATION dir])
 # A module that the IDE loads. DESTINATION replaces the common plugin folder (test plugins keep to themselves).
