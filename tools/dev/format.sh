@@ -1,0 +1,8 @@
+# shellcheck shell=bash
+: "${project:?}"
+
+verb_format() {
+    cd "$project"
+    git ls-files -z '*.cpp' '*.h' | xargs -0 -r clang-format -i
+    git ls-files -z '*.qml' | xargs -0 -r /usr/lib/qt6/bin/qmlformat -i
+}

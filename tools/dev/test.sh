@@ -1,0 +1,46 @@
+# shellcheck shell=bash
+: "${project:?}" "${build_root:?}"
+# shellcheck source=tools/dev/build.sh
+source "$project/tools/dev/build.sh"
+# shellcheck source=tools/dev/image.sh
+source "$project/tools/dev/image.sh"
+
+verb_test() {
+    local preset=release filter=. ring status=0
+    local -a rings=(check unit qml ide e2e fuzz bench setup)
+    while (($#)); do
+        case $1 in
+        --sanitize)
+            preset=sanitize
+            rings=(unit qml ide)
+            shift
+            ;;
+        --ring)
+            rings=("${2:?--ring needs a name}")
+            shift 2
+            ;;
+        --filter)
+            filter=${2:?--filter needs a regular expression}
+            shift 2
+            ;;
+        *) fail "test: unknown option '$1'" ;;
+        esac
+    done
+
+    build_preset "$preset"
+    if [[ " ${rings[*]} " == *" e2e "* ]]; then ensure_image; fi
+
+    local results=$build_root/$preset/test-results
+    rm -rf "$results"
+    mkdir -p "$results"
+    for ring in "${rings[@]}"; do
+        say "ring $ring"
+        # Rings that measure or that drive a whole virtual machine have the machine to themselves.
+        local jobs=2
+        [[ $ring != e2e && $ring != bench && $ring != setup ]] || jobs=1
+        ctest --test-dir "$build_root/$preset" --label-regex "^$ring\$" --tests-regex "$filter" --parallel "$jobs" \
+            --output-on-failure --no-tests=ignore --output-junit "$results/$ring.xml" || status=$?
+    done
+    "$project/tools/test-summary.py" "$results" "${rings[@]}" || status=$?
+    return "$status"
+}
