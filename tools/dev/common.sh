@@ -110,15 +110,16 @@ ensure_tree() {
     remove_unused_trees "$tree"
 }
 
-# Trees of older package lists go, unless a run still works in one: each run holds a shared lock on its tree.
+# Trees of other package lists go when nobody has used them for a week; each run holds a shared lock on its tree.
 remove_unused_trees() {
     local other
     for other in "$cache"/debian13-*; do
         [[ -d $other && $other != "$1" && $other != *.partial ]] || continue
+        [[ -z $(find "$other.used" -mtime -7 2>/dev/null) ]] || continue
         (
             flock -n -x 8 || exit 0
             say "removing the unused tree $other"
-            as_root rm -rf "$other"
+            as_root rm -rf "$other" "$other.used"
         ) 8<"$other"
     done
 }
@@ -163,6 +164,7 @@ run_in_tree() {
     "$project"/*) options+=(--chdir "$PWD") ;;
     *) options+=(--chdir "$project") ;;
     esac
+    touch "$tree.used"
     (
         flock -s 8
         exec bwrap "${options[@]}" -- "$@"
