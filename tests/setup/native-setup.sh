@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# A fresh clone on a Debian 13 machine that lacks some of the listed packages: ./dev installs just these and builds.
+# The machine is a copy of this one's system folders, in which we are root.
+set -euo pipefail
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+cache=${EMULATIONMANAGEMENT_CACHE:-$HOME/.cache/emulationmanagement}
+machine=$cache/native-machine-$$
+trap 'rm -rf "$machine"' EXIT
+
+mkdir -p "$machine/root/project" "$machine/root/cache"
+for folder in usr etc var; do
+    # Some files are for root's eyes only; the machine does without them.
+    cp -a "/$folder" "$machine/$folder" 2>/dev/null || true
+done
+for link in bin lib lib64 sbin; do [[ ! -L /$link ]] || cp -a "/$link" "$machine/$link"; done
+git clone -q "$project" "$machine/root/project"
+# Not yet committed work is what is tested.
+(cd "$project" && git ls-files -z --cached --others --exclude-standard | tar --null --files-from=- -cf -) |
+    tar -C "$machine/root/project" -xf -
+for shared in ccache; do [[ ! -d $cache/$shared ]] || cp -al "$cache/$shared" "$machine/root/cache/$shared"; done
+# One user id is all there is here, so apt cannot change to a user of its own.
+echo 'APT::Sandbox::User "root";' >"$machine/etc/apt/apt.conf.d/90one-user"
+
+on_machine() {
+    bwrap --unshare-user --uid 0 --gid 0 --unshare-pid --bind "$machine" / --dev /dev --proc /proc --tmpfs /tmp \
+        --tmpfs /run --ro-bind /etc/resolv.conf /etc/resolv.conf --chdir /root/project \
+        --unsetenv EMULATIONMANAGEMENT_IN_TREE --unsetenv XDG_RUNTIME_DIR \
+        --setenv EMULATIONMANAGEMENT_CACHE /root/cache --setenv HOME /root -- "$@"
+}
+
+on_machine dpkg --remove --force-depends passt shellcheck >/dev/null
+! on_machine sh -c 'command -v shellcheck'
+
+log=$(on_machine ./dev build 2>&1) || {
+    echo "$log"
+    exit 1
+}
+echo "$log"
+grep -q 'installing 2 packages: passt shellcheck' <<<"$log"
+on_machine sh -c 'command -v shellcheck && command -v passt'
+on_machine test -s build/release/lib/qtcreator/plugins/libEmulationManagement.so
+! on_machine sh -c 'ls -d /root/cache/debian13-*' 2>/dev/null
+
+# Nothing is left to install the second time.
+log=$(on_machine ./dev build 2>&1)
+! grep -q 'installing' <<<"$log"
+echo "Totals: 5 passed, 0 failed, 0 skipped"

@@ -1,0 +1,10 @@
+# shellcheck shell=bash
+: "${project:?}" "${build_root:?}"
+# shellcheck source=tools/dev/build.sh
+source "$project/tools/dev/build.sh"
+
+# In the ring the benchmarks run shortly, to see that they work; here they run long enough to be believed.
+verb_bench() {
+    build_preset release
+    EMULATIONMANAGEMENT_LONG_RUN=1 "$project/tools/run-ring.py" "$build_root/release" bench
+}
