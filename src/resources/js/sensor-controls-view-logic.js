@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Shared by the main view and the sensor pages. The functions run in the scope of the document that imports the script:
+// "sensorsControlsIds", "lastChangedSensorName" and "lastChangedSensorEnabled" are that document's own.
+
+function replyFromEmulatorReceivedHandler(reply, errorDialog) {
+    if (reply === "" || reply === "OK")
+        return;
+    errorDialog.text = reply;
+    errorDialog.open();
+    revertSensorControlsState();
+}
+
+// Sets the state that the user asked for once more, so that the controls refresh from it.
+function revertSensorControlsState() {
+    sensorsEmulationManager.setSensorEnabled(lastChangedSensorName, lastChangedSensorEnabled);
+    lastChangedSensorName = "";
+}
+
+function sensorEnabledCheckboxClickHandler(checked, sensorName) {
+    lastChangedSensorName = sensorName;
+    lastChangedSensorEnabled = checked;
+    if (checked)
+        sensorsEmulationManager.enableSensor(sensorName);
+    else
+        sensorsEmulationManager.disableSensor(sensorName);
+    sensorsEmulationManager.setSensorEnabled(sensorName, checked);
+}
+
+function dependentSensorsEnabledHandler(checked, sensorName) {
+    const relations = sensorControlsRelations[sensorName];
+    const names = checked ? relations.checked : relations.unchecked;
+    for (const control of sensorsControlsIds) {
+        if (names.includes(control.sensorName))
+            control.checked = checked;
+    }
+}
+
+function updateSensorsControlsVisibility() {
+    for (const control of sensorsControlsIds)
+        control.visible = sensorsEmulationManager.sensorsAvailability[control.sensorName];
+}
+
+function updateSensorsControlsEnabledState() {
+    for (const control of sensorsControlsIds)
+        control.controlsEnabled = sensorsEmulationManager.sensorsEnabledStates[control.sensorName];
+}
+
+function updateSensorsControlsCheckedState() {
+    for (const control of sensorsControlsIds)
+        control.checked = sensorsEmulationManager.sensorsEnabledStates[control.sensorName];
+}
+
+function sensorsStatesHasChanged() {
+    return sensorsControlsIds.some(
+        control => control.checked !== sensorsEmulationManager.sensorsEnabledStates[control.sensorName]);
+}

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+
+ManagementPage {
+    id: root
+
+    Accessible.name: qsTr("Camera Management")
+
+    PageTitle {
+        anchors {
+            left: parent.left
+            top: parent.top
+            margins: 15
+        }
+        text: qsTr("Camera Management")
+    }
+}

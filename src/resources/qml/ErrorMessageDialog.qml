@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick.Dialogs
+
+MessageDialog {
+    id: root
+
+    title: qsTr("Error")
+    buttons: MessageDialog.Ok
+}

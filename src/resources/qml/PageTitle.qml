@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Controls
+
+Label {
+    id: root
+
+    font.bold: true
+    Accessible.role: Accessible.Heading
+    Accessible.name: text
+}
