@@ -1,0 +1,195 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A demo: the real IDE with the plugins of a build folder, and one emulator that it can start.
+
+Everything that a session writes lies in its own folder: the IDE's settings, libvirt's state, the emulator's disk.
+"""
+
+from __future__ import annotations
+
+import os
+import re
+import shutil
+import signal
+import socket
+import subprocess
+from dataclasses import dataclass, field
+from pathlib import Path
+
+from desktop import wait_for
+
+PROJECT = Path(__file__).resolve().parents[2]
+
+# Bars that ask a new user about tours and kits would cover what the demo is about.
+SETTINGS = """\
+[General]
+SuppressedWarnings=TakeUITour, LinkWithQtInstallation
+
+[Tarn]
+ConnectionUri={uri}
+"""
+
+
+@dataclass
+class Emulator:
+    """The demo emulator: its image, and how its inside is reached over SSH."""
+
+    name: str
+    image: Path
+    ssh_port: int
+    device_model: str
+
+    def ssh(self, *command: str, check: bool = True) -> str:
+        """Runs a command inside and returns what it printed."""
+        done = subprocess.run(
+            [
+                "ssh", "-F", "none", "-i", str(self.image / "id_ed25519"), "-p", str(self.ssh_port),
+                "-o", "BatchMode=yes", "-o", "StrictHostKeyChecking=no", "-o", "UserKnownHostsFile=/dev/null",
+                "-o", "LogLevel=ERROR", "-o", "ConnectTimeout=10", "root@127.0.0.1", *command,
+            ],
+            capture_output=True,
+            text=True,
+            timeout=120,
+        )  # fmt: skip
+        if check and done.returncode:
+            raise RuntimeError(f"{' '.join(command)}: exit code {done.returncode}: {done.stderr.strip()}")
+        return done.stdout
+
+
+@dataclass
+class Session:
+    directory: Path
+    build: Path
+    image: Path
+    emulator: Emulator = field(init=False)
+    ide: subprocess.Popen | None = None
+
+    def __post_init__(self) -> None:
+        self.directory.mkdir(parents=True, exist_ok=True)
+        self.libvirt = self.directory / "libvirt"
+        self.settings = self.directory / "settings"
+        self.log = self.directory / "ide.log"
+        self.uri = f"qemu:///embed?root={self.libvirt}"
+        self.emulator = Emulator("Velmo Demo", self.image, 2223, "Velmo Phone")
+
+    # --- the emulator ---------------------------------------------------------------------------
+
+    def prepare(self, with_emulator: bool = True) -> None:
+        """Writes the settings and defines the emulator, as an installer would."""
+        configuration = self.libvirt / "etc" / "qemu.conf"
+        configuration.parent.mkdir(parents=True, exist_ok=True)
+        configuration.write_text(
+            'stdio_handler = "file"\nsecurity_driver = "none"\nremember_owner = 0\n'
+            "namespaces = []\ncgroup_controllers = []\n"
+        )
+        settings = self.settings / "QtProject" / "QtCreator.ini"
+        if not settings.exists():
+            settings.parent.mkdir(parents=True, exist_ok=True)
+            settings.write_text(SETTINGS.format(uri=self.uri))
+        if with_emulator and self.emulator.name not in self.virsh("list", "--all", "--name").splitlines():
+            self._define_emulator()
+
+    def _define_emulator(self) -> None:
+        disk = self.directory / "disk.qcow2"
+        if not disk.exists():
+            subprocess.run(
+                ["qemu-img", "create", "-q", "-f", "qcow2", "-F", "qcow2", "-b", self.image / "disk.qcow2", disk],
+                check=True,
+            )
+        definition = subprocess.run(
+            [
+                PROJECT / "emulator" / "image" / "make-domain.sh",
+                self.emulator.name, self.image, disk, str(self.emulator.ssh_port), self.emulator.device_model,
+            ],
+            check=True,
+            capture_output=True,
+            text=True,
+        ).stdout  # fmt: skip
+        file = self.directory / "emulator.xml"
+        file.write_text(definition)
+        self.virsh("define", str(file))
+
+    def virsh(self, *arguments: str) -> str:
+        """Speaks to the embedded driver; only while the IDE does not run, which has it to itself."""
+        done = subprocess.run(["virsh", "-q", "-c", self.uri, *arguments], capture_output=True, text=True, timeout=120)
+        if done.returncode:
+            raise RuntimeError(f"virsh {' '.join(arguments)}: {done.stderr.strip()}")
+        return done.stdout
+
+    def definition(self) -> str:
+        """The emulator's definition as libvirt keeps it on disk."""
+        return (self.libvirt / "etc" / "qemu" / f"{self.emulator.name}.xml").read_text()
+
+    def qemu_pid(self) -> int | None:
+        """The emulator's process, or None while it is off."""
+        for file in self.libvirt.rglob(f"{self.emulator.name}.pid"):
+            text = file.read_text().strip()
+            if text and Path(f"/proc/{text}").exists():
+                return int(text)
+        return None
+
+    # --- the IDE --------------------------------------------------------------------------------
+
+    def ide_command(self, *arguments: str) -> list[str]:
+        return [
+            str(self.build / "ide" / "bin" / "qtcreator"),
+            "-pluginpath", str(self.build / "lib" / "qtcreator" / "plugins"),
+            "-settingspath", str(self.settings),
+            *arguments,
+        ]  # fmt: skip
+
+    def start_ide(self, *arguments: str) -> None:
+        with self.log.open("ab") as log:
+            self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log)
+
+    def quit_ide(self, seconds: float = 60) -> int:
+        """Asks the IDE to end as the session manager would, and returns its exit code."""
+        if self.ide is None:
+            return 0
+        if self.ide.poll() is None:
+            self.ide.send_signal(signal.SIGTERM)
+        try:
+            code = self.ide.wait(timeout=seconds)
+        except subprocess.TimeoutExpired:
+            self.ide.kill()
+            self.ide.wait()
+            raise
+        self.ide = None
+        return code
+
+    def end(self) -> None:
+        """Leaves no process behind."""
+        try:
+            self.quit_ide()
+        finally:
+            pid = self.qemu_pid()
+            if pid:
+                os.kill(pid, signal.SIGKILL)
+                wait_for("the emulator to end", lambda: self.qemu_pid() is None, 30)
+
+    def remove(self) -> None:
+        shutil.rmtree(self.directory, ignore_errors=True)
+
+
+def connections(port: int) -> int:
+    """How many established TCP connections this network has to a port of the loopback interface."""
+    count = 0
+    for line in Path("/proc/net/tcp").read_text().splitlines()[1:]:
+        fields = line.split()
+        if fields[3] == "01" and int(fields[2].split(":")[1], 16) == port:
+            count += 1
+    return count
+
+
+def port_is_free(port: int) -> bool:
+    with socket.socket() as probe:
+        probe.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        try:
+            probe.bind(("127.0.0.1", port))
+        except OSError:
+            return False
+    return True
+
+
+def words(text: str) -> list[str]:
+    return re.findall(r"\S+", text)
