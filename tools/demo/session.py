@@ -8,27 +8,17 @@ Everything that a session writes lies in its own folder: the IDE's settings, lib
 from __future__ import annotations
 
 import os
-import re
 import shutil
 import signal
 import socket
 import subprocess
+from configparser import ConfigParser
 from dataclasses import dataclass, field
 from pathlib import Path
 
 from desktop import wait_for
 
 PROJECT = Path(__file__).resolve().parents[2]
-
-# Bars that ask a new user about tours and kits would cover what the demo is about.
-SETTINGS = """\
-[General]
-SuppressedWarnings=TakeUITour, LinkWithQtInstallation
-
-[Tarn]
-ConnectionUri={uri}
-"""
-
 
 @dataclass
 class Emulator:
@@ -82,10 +72,9 @@ class Session:
             'stdio_handler = "file"\nsecurity_driver = "none"\nremember_owner = 0\n'
             "namespaces = []\ncgroup_controllers = []\n"
         )
-        settings = self.settings / "QtProject" / "QtCreator.ini"
-        if not settings.exists():
-            settings.parent.mkdir(parents=True, exist_ok=True)
-            settings.write_text(SETTINGS.format(uri=self.uri))
+        # Bars that ask a new user about tours and kits would cover what the demo is about.
+        self.store_settings("General", {"SuppressedWarnings": "TakeUITour, LinkWithQtInstallation"})
+        self.store_settings("Tarn", {"ConnectionUri": self.uri})
         if with_emulator and self.emulator.name not in self.virsh("list", "--all", "--name").splitlines():
             self._define_emulator()
 
@@ -108,6 +97,17 @@ class Session:
         file = self.directory / "emulator.xml"
         file.write_text(definition)
         self.virsh("define", str(file))
+
+    def store_settings(self, group: str, values: dict[str, object]) -> None:
+        """Writes into the IDE's settings; only while it does not run."""
+        file = self.settings / "QtProject" / "QtCreator.ini"
+        file.parent.mkdir(parents=True, exist_ok=True)
+        settings = ConfigParser(interpolation=None)
+        settings.optionxform = str  # keys keep their case
+        settings.read(file)
+        settings.read_dict({group: values})
+        with file.open("w") as stream:
+            settings.write(stream, space_around_delimiters=False)
 
     def virsh(self, *arguments: str) -> str:
         """Speaks to the embedded driver; only while the IDE does not run, which has it to itself."""
@@ -157,6 +157,10 @@ class Session:
         self.ide = None
         return code
 
+    def log_tail(self, lines: int = 40) -> str:
+        text = self.log.read_text(errors="replace") if self.log.exists() else ""
+        return "\n".join(text.splitlines()[-lines:])
+
     def end(self) -> None:
         """Leaves no process behind."""
         try:
@@ -190,6 +194,3 @@ def port_is_free(port: int) -> bool:
             return False
     return True
 
-
-def words(text: str) -> list[str]:
-    return re.findall(r"\S+", text)

@@ -1,0 +1,79 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The IDE as a person sees it: its window, its menus, its boxes, and the window of the plugin."""
+
+from __future__ import annotations
+
+import re
+import subprocess
+
+from desktop import Desktop, Element, wait_for
+from session import Session
+
+VIEW_TITLE = "Emulation Management"
+
+
+class Ide:
+    def __init__(self, desktop: Desktop, session: Session):
+        self.desktop = desktop
+        self.session = session
+        self.title = ""
+
+    def wait_until_open(self, seconds: float = 60) -> None:
+        def title() -> str:
+            if self.session.ide and self.session.ide.poll() is not None:
+                raise RuntimeError(f"the IDE ended with exit code {self.session.ide.returncode}")
+            menu_bar = self.desktop.find("menu item", "Tools")
+            return "Qt Creator" if menu_bar and self.desktop.windows("Qt Creator") else ""
+
+        self.title = wait_for("the IDE's window", title, seconds)
+
+    # --- menus ----------------------------------------------------------------------------------
+
+    def open_submenu(self, submenu: str) -> None:
+        """Opens the Tools menu and the submenu of that title, as a person does with the mouse."""
+        tools = self.desktop.expect("menu item", "Tools")
+        self.desktop.click(tools)
+        self.desktop.click(self.desktop.expect("menu item", submenu))
+
+    def choose(self, submenu: str, entry: str) -> None:
+        self.open_submenu(submenu)
+        self.desktop.click(self.desktop.expect("menu item", entry))
+
+    # --- boxes ----------------------------------------------------------------------------------
+
+    def box(self, title: str | re.Pattern[str], seconds: float = 120) -> Element:
+        return wait_for(
+            f"a box {title!r}",
+            lambda: self.desktop.find("dialog", title) or self.desktop.find("alert", title),
+            seconds,
+        )
+
+    @staticmethod
+    def box_texts(box: Element) -> list[str]:
+        """The texts of a message box, from top to bottom."""
+        labels = [element for element in box.walk() if element.role == "label" and element.showing and element.name]
+        return [label.name for label in sorted(labels, key=lambda label: label.rectangle.y)]
+
+    def answer(self, box: Element, button: str) -> None:
+        self.desktop.click(self.desktop.expect("push button", button, within=box))
+
+    # --- the plugin's window --------------------------------------------------------------------
+
+    def view(self) -> str | None:
+        """The id of the plugin's window, or None while it is hidden."""
+        windows = self.desktop.windows(VIEW_TITLE)
+        return windows[0] if windows else None
+
+    def wait_for_view(self, seconds: float = 180) -> str:
+        return wait_for("the window of the plugin", self.view, seconds)
+
+    def view_frame(self) -> Element:
+        return self.desktop.expect("frame", VIEW_TITLE)
+
+    def geometry(self, window: str) -> str:
+        shell = subprocess.run(
+            ["xdotool", "getwindowgeometry", "--shell", window], capture_output=True, text=True, check=True
+        ).stdout
+        values = dict(re.findall(r"(\w+)=(\d+)", shell))
+        return f"{values['WIDTH']} x {values['HEIGHT']} pixels"

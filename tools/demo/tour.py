@@ -1,0 +1,134 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A tour through the demo, taken by itself: the real IDE on a desktop without a display, the real emulator.
+
+Each step prints one line with what was observed, and leaves a screenshot in the output folder.
+"""
+
+from __future__ import annotations
+
+import argparse
+import shutil
+import sys
+import time
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+from desktop import Desktop, Timeout, wait_for  # noqa: E402
+from guest import Guest  # noqa: E402
+from ide import Ide  # noqa: E402
+from session import Session, connections  # noqa: E402
+
+# What a user left behind the last time; the guest must hold it once the window is open.
+SUBMENU = "Velmo OS"
+STORED = {
+    "accelerometer_x": 120,
+    "accelerometer_y": -340,
+    "accelerometer_z": 905,
+    "als": 400,
+    "proximity_reflectance": 7,
+    "magnetometer_calib_level": 2,
+}
+
+
+class Tour:
+    def __init__(self, output: Path):
+        self.output = output
+        self.started = time.monotonic()
+        self.count = 0
+
+    def step(self, title: str, observed: str, desktop: Desktop | None = None) -> None:
+        self.count += 1
+        picture = ""
+        if desktop:
+            name = f"{self.count:02d}-{title.lower().replace(' ', '-')}.png"
+            desktop.screenshot(self.output / name)
+            picture = f"  [{name}]"
+        print(f"{time.monotonic() - self.started:6.1f} s  {title}: {observed}{picture}", flush=True)
+
+
+def forwarding_rules(definition: str) -> list[str]:
+    """The rules in a domain's definition, as "tcp 127.0.0.1:5454 -> 1234"."""
+    rules = []
+    for forward in ElementTree.fromstring(definition).iter("portForward"):
+        for span in forward.iter("range"):
+            start = span.get("start")
+            rules.append(f"{forward.get('proto')} {forward.get('address')}:{start} -> {span.get('to', start)}")
+    return rules
+
+
+def take(tour: Tour, desktop: Desktop, session: Session) -> None:
+    session.prepare()
+    session.store_settings("emulationmanagement", STORED)
+    tour.step("Emulator defined", f"libvirt lists {session.virsh('list', '--all', '--name').split(chr(10))[0]!r}, off")
+
+    session.start_ide()
+    ide = Ide(desktop, session)
+    ide.wait_until_open()
+    tour.step("IDE started", f"the window {ide.title!r} is on the screen", desktop)
+
+    rules_before = forwarding_rules(session.definition())
+    ide.open_submenu(SUBMENU)
+    entry = desktop.expect("menu item", "Emulation Management…")
+    tour.step("Menu opened", f"Tools > {SUBMENU} > {entry.name}", desktop)
+    desktop.click(entry)
+
+    wait_for("both forwarding rules", lambda: len(forwarding_rules(session.definition())) >= len(rules_before) + 2, 60)
+    added = [rule for rule in forwarding_rules(session.definition()) if rule not in rules_before]
+    tour.step("Ports forwarded", "; ".join(added))
+
+    pid = wait_for("the emulator's process", session.qemu_pid, 60)
+    tour.step("Virtual machine started", f"QEMU runs as process {pid}", desktop)
+
+    guest = Guest(session.emulator)
+    window = wait_for("the window", lambda: desktop.windows("Emulation Management"), 180)[0]
+    tour.step("Packages checked over SSH", guest.last_ssh_command())
+    tour.step("Window shown", f"window {window}, {ide.geometry(window)}", desktop)
+
+    wait_for("a connection to port 5454", lambda: connections(5454) > 0, 60)
+    frames = wait_for("the frames of the connection", lambda: len(guest.frames()) >= 15 and guest.frames(), 60)
+    tour.step("WebSocket connected", f"the invoker has got {len(frames)} requests, the first is {frames[0]!r}")
+
+    wanted = {
+        "accelerometerX": 120, "accelerometerY": -340, "accelerometerZ": 905, "als": 400, "proximity": 7,
+        "magnetometerCalibrationLevel": 2,
+    }  # fmt: skip
+    state = wait_for("the stored values in the guest", lambda: guest.sensors_when(wanted), 60)
+    tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
+
+    code = session.quit_ide()
+    if code:
+        raise Timeout(f"the IDE ended with exit code {code}")
+    tour.step("IDE closed", f"exit code {code}")
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", type=Path, required=True)
+    parser.add_argument("--image", type=Path, required=True)
+    parser.add_argument("--output", type=Path, required=True)
+    options = parser.parse_args()
+
+    shutil.rmtree(options.output, ignore_errors=True)
+    options.output.mkdir(parents=True)
+    tour = Tour(options.output)
+    session = Session(options.output / "session", options.build, options.image)
+    with Desktop() as desktop:
+        try:
+            take(tour, desktop, session)
+        except Exception as error:
+            desktop.screenshot(options.output / "failure.png")
+            print(f"the tour ended early: {error}", file=sys.stderr)
+            print(session.log_tail(), file=sys.stderr)
+            return 1
+        finally:
+            session.end()
+    print(f"The tour took {time.monotonic() - tour.started:.0f} s; pictures are in {options.output}.")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
