@@ -179,11 +179,12 @@ qtcreator_headers() {
     version=$(dpkg-query -W -f '${source:Upstream-Version}' qtcreator)
     [[ $version == "$qtcreator_series".* ]] || say "warning: Qt Creator is $version, the plugin is written for $qtcreator_series"
     directory=$cache/qtcreator-headers-$version
-    if [[ ! -d $directory ]]; then
+    local newest_header=$directory/src/libs/3rdparty/tl_expected/include/tl/expected.hpp
+    if [[ ! -f $newest_header ]]; then
         mkdir -p "$cache"
         (
             flock 9
-            [[ -d $directory ]] && exit 0
+            [[ -f $newest_header ]] && exit 0
             say "fetching the headers of Qt Creator $version"
             with_progress "$cache/logs/qtcreator-headers.log" \
                 "$project/tools/dev/fetch-qtcreator-headers.sh" "$version" "$directory" "$cache/qtcreator-source.partial"

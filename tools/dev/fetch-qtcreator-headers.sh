@@ -30,6 +30,7 @@ echo "$checksum  $archive" | sha256sum --check
 
 mkdir headers
 tar -C headers --strip-components=1 --wildcards -xf "$archive" \
-    '*/src/libs/*.h' '*/src/plugins/coreplugin/*.h'
+    '*/src/libs/*.h' '*/src/libs/*.hpp' '*/src/plugins/coreplugin/*.h'
+rm -rf "$destination"
 mv headers "$destination"
 rm -rf "$scratch"
