@@ -1,0 +1,57 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What every end-to-end test starts from: a desktop, a session of the demo, the IDE in it."""
+
+from __future__ import annotations
+
+import shutil
+import sys
+import unittest
+from pathlib import Path
+
+from desktop import Desktop
+from guest import Guest
+from ide import Ide
+from session import Session
+
+BUILD: Path
+IMAGE: Path
+
+
+class Story(unittest.TestCase):
+    """The tests of a subclass are steps: each starts where the last one ended, and a failure ends the story."""
+
+    stored: dict[str, object] = {}
+    broken = False
+
+    @classmethod
+    def setUpClass(cls) -> None:
+        directory = BUILD / "e2e" / cls.__name__
+        shutil.rmtree(directory, ignore_errors=True)
+        cls.pictures = directory / "pictures"
+        cls.session = Session(directory, BUILD, IMAGE)
+        cls.addClassCleanup(cls.session.end)
+        cls.session.prepare()
+        if cls.stored:
+            cls.session.store_settings("emulationmanagement", cls.stored)
+        cls.desktop = cls.enterClassContext(Desktop())
+        cls.guest = Guest(cls.session.emulator)
+        cls.ide = Ide(cls.desktop, cls.session)
+        cls.start_ide()
+
+    @classmethod
+    def start_ide(cls) -> None:
+        cls.session.start_ide()
+        cls.ide.wait_until_open()
+
+    def setUp(self) -> None:
+        if type(self).broken:
+            self.fail("an earlier step of this story failed")
+
+    def tearDown(self) -> None:
+        # unittest keeps the errors of the running test here until the test is done
+        outcome = self._outcome
+        if outcome and not outcome.success and not type(self).broken:
+            type(self).broken = True
+            self.desktop.screenshot(self.pictures / f"{self._testMethodName}.png")
+            print(f"\n--- the end of the IDE's log\n{self.session.log_tail()}", file=sys.stderr)
