@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "caller.h"
+#include "framelog.h"
+
+#include <QObject>
+#include <QWebSocketServer>
+
+class QHostAddress;
+class QWebSocket;
+
+namespace Emulator {
+
+/*!
+    Takes requests from WebSocket clients, one a text frame, and answers each with one text frame, in the order in which
+    the calls complete.
+*/
+class InvokerServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit InvokerServer(const QString &systemBus, QObject *parent = nullptr);
+    ~InvokerServer() override;
+
+    /*! Appends what goes over the wire to \a fileName. Returns whether it can be written. */
+    bool setLogFile(const QString &fileName);
+
+    bool listen(const QHostAddress &address, quint16 port);
+    quint16 port() const;
+    QString errorString() const;
+
+private:
+    void acceptConnections();
+    void accept(QWebSocket *socket);
+
+    FrameLog m_log;
+    Caller m_caller;
+    QWebSocketServer m_server;
+    int m_clients = 0; // ever
+};
+
+} // namespace Emulator
