@@ -5,10 +5,55 @@
 from __future__ import annotations
 
 import json
-import re
+import shlex
 from typing import Any
+
+from gi.repository import GLib
 
 from session import Emulator
 
-SENSORS = "ru.kelo.SensorfwEmulationManagement"
 INVOKER_LOG = "/var/log/remote-dbus-invoker.log"
+SENSORS = "ru.kelo.SensorfwEmulationManagement"
+
+
+class Guest:
+    def __init__(self, emulator: Emulator):
+        self._emulator = emulator
+
+    def run(self, *command: str) -> str:
+        return self._emulator.ssh(shlex.join(command))
+
+    # --- the invoker ----------------------------------------------------------------------------
+
+    def wire(self) -> list[dict[str, Any]]:
+        """Everything the invoker saw and sent since the emulator was started, oldest first."""
+        return [json.loads(line) for line in self.run("cat", INVOKER_LOG).splitlines()]
+
+    def frames(self) -> list[str]:
+        """The requests the invoker got, each as it came."""
+        return [entry["text"] for entry in self.wire() if entry["event"] == "text"]
+
+    def restart_invoker(self) -> None:
+        """Ends the invoker; the guest's init starts it again."""
+        self.run("killall", "remote-dbus-invoker")
+
+    # --- the services ---------------------------------------------------------------------------
+
+    def properties(self, service: str) -> dict[str, Any]:
+        path = "/" + service.replace(".", "/")
+        printed = self.run(
+            "gdbus", "call", "--system", "--dest", service, "--object-path", path,
+            "--method", "org.freedesktop.DBus.Properties.GetAll", service,
+        )  # fmt: skip
+        return GLib.Variant.parse(None, printed, None, None).unpack()[0]
+
+    def sensors(self) -> dict[str, Any]:
+        return self.properties(SENSORS)
+
+    # --- packages -------------------------------------------------------------------------------
+
+    def packages(self) -> list[str]:
+        return self.run("rpm", "-qa").split()
+
+    def remove_package(self, name: str) -> None:
+        self.run("rpm", "-e", name)
