@@ -54,7 +54,7 @@ bool writeBusConfiguration(const QString &fileName)
     writer.writeTextElement(u"auth"_s, u"EXTERNAL"_s);
     writer.writeStartElement(u"policy"_s);
     writer.writeAttribute(u"context"_s, u"default"_s);
-    for (const QString &attribute : {u"user"_s, u"own"_s, u"send_destination"_s}) {
+    for (const QString &attribute : {u"user"_s, u"own"_s, u"send_destination"_s, u"receive_sender"_s}) {
         writer.writeEmptyElement(u"allow"_s);
         writer.writeAttribute(attribute, u"*"_s);
     }
