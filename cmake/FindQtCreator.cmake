@@ -59,8 +59,9 @@ if(QtCreator_FOUND AND NOT TARGET QtCreator::Core)
     endfunction()
     _qtcreator_import(Utils "${QtCreator_UTILS_LIBRARY}")
     target_link_libraries(QtCreator::Utils INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Network)
-    # The host's headers say "signals" and "slots".
-    target_compile_options(QtCreator::Utils INTERFACE -UQT_NO_KEYWORDS)
+    # What the host's headers are written for: they say "signals", and make texts from literals.
+    target_compile_options(QtCreator::Utils INTERFACE
+        -UQT_NO_KEYWORDS -UQT_NO_CAST_FROM_ASCII -DQT_RESTRICTED_CAST_FROM_ASCII)
     _qtcreator_import(ExtensionSystem "${QtCreator_EXTENSIONSYSTEM_LIBRARY}")
     target_link_libraries(QtCreator::ExtensionSystem INTERFACE QtCreator::Utils)
     _qtcreator_import(Core "${QtCreator_CORE_LIBRARY}")
