@@ -4,6 +4,8 @@
 #   ide/bin/                  a Qt Creator of our own: the packaged executable beside links to the rest of the package.
 #                             Data files that plugins look for beside the IDE's executable go there.
 
+include(GNUInstallDirs)
+
 set(EMULATIONMANAGEMENT_LIBRARY_DIR "${PROJECT_BINARY_DIR}/lib")
 set(EMULATIONMANAGEMENT_IDE_PLUGIN_DIR "${PROJECT_BINARY_DIR}/lib/qtcreator/plugins")
 set(EMULATIONMANAGEMENT_IDE_DIR "${PROJECT_BINARY_DIR}/ide")
@@ -46,6 +48,9 @@ function(add_ide_plugin target)
     set_target_properties(${target} PROPERTIES
         LIBRARY_OUTPUT_DIRECTORY "${arg_DESTINATION}"
         BUILD_RPATH "${EMULATIONMANAGEMENT_LIBRARY_DIR}"
-        INSTALL_RPATH "$ORIGIN/../.."
+        INSTALL_RPATH "$ORIGIN/.."
     )
+    if(arg_DESTINATION STREQUAL EMULATIONMANAGEMENT_IDE_PLUGIN_DIR)
+        install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/qtcreator/plugins")
+    endif()
 endfunction()
