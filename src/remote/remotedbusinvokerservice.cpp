@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "remote/remotedbusinvokerservice.h"
+
+#include "remote/remotelog.h"
+
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace EmulationManagement::Internal {
+
+RemoteDBusInvokerService::RemoteDBusInvokerService(QObject *parent)
+    : QObject(parent)
+    , m_webSocket(QString(), QWebSocketProtocol::Version13, nullptr)
+{
+    connect(&m_webSocket, &QWebSocket::connected, this, &RemoteDBusInvokerService::webSocketConnected);
+    connect(&m_webSocket, &QWebSocket::disconnected, this, &RemoteDBusInvokerService::webSocketDisconnected);
+    // A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
+    connect(&m_webSocket, &QWebSocket::disconnected, this, &RemoteDBusInvokerService::connectToEmulator);
+    connect(&m_webSocket, &QWebSocket::textMessageReceived, this, &RemoteDBusInvokerService::replyReceived);
+}
+
+RemoteDBusInvokerService::~RemoteDBusInvokerService()
+{
+    // A socket that closes while it is destroyed must not be opened again.
+    m_webSocket.disconnect(this);
+}
+
+void RemoteDBusInvokerService::connectToEmulator()
+{
+    const QUrl url(u"ws://127.0.0.1:%1"_s.arg(hostTcpPort));
+    qCDebug(remoteLog) << "Connecting to" << url;
+    m_webSocket.open(url);
+}
+
+void RemoteDBusInvokerService::callDBusMethod(
+    const QString &bus,
+    const QString &service,
+    const QString &object,
+    const QString &interface,
+    const QString &method,
+    const QString &arguments)
+{
+    const QString request =
+        u"%1 %2 %3 %4 %5 %6"_s.arg(bus).arg(service).arg(object).arg(interface).arg(method).arg(arguments);
+    qCDebug(remoteLog) << "Request:" << request;
+    m_webSocket.sendTextMessage(request);
+}
+
+} // namespace EmulationManagement::Internal
