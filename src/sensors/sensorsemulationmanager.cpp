@@ -215,7 +215,8 @@ void SensorsEmulationManager::setCompassAzimuth(int azimuth)
     // Shown for a moment only: the two calls that follow compute the azimuth anew.
     m_compass->setAzimuth(azimuth);
     setAccelerometerValues(0, 0, AccelerometerModel::defaultZValue);
-    const double angle = -static_cast<double>(azimuth) * radiansPerDegree;
+    // Negated as an integer, so that an azimuth of 0 does not become a negative zero; wide enough for every int.
+    const double angle = static_cast<double>(-static_cast<qint64>(azimuth)) * radiansPerDegree;
     setMagnetometerValues(
         magnetometerXYPolarRadius * std::sin(angle), magnetometerXYPolarRadius * std::cos(angle), 0.0);
 }

@@ -101,6 +101,8 @@ ensure_tree() {
         say "making a Debian 13 tree in $tree (a few minutes, once)"
         with_progress "$cache/logs/tree.log" as_root mmdebstrap --variant=apt \
             --aptopt='Apt::Install-Recommends "false"' \
+            --dpkgopt=force-unsafe-io \
+            --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-exclude=/usr/share/man/*' \
             --include="$(listed_packages | paste -sd,)" \
             --customize-hook="$project/tools/dev/tree-hook.sh \"\$1\"" \
             trixie "$tree.partial"
