@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace Tarn::Internal {
+
+struct PortRule
+{
+    QString name; // of the rule in our metadata; empty for a rule that has none
+    QString protocol;
+    QString address; // of the host; empty for all of them
+    quint16 firstHostPort = 0;
+    quint16 lastHostPort = 0;
+    quint16 firstGuestPort = 0;
+
+    bool covers(quint16 hostPort) const { return firstHostPort <= hostPort && hostPort <= lastHostPort; }
+
+    friend bool operator==(const PortRule &, const PortRule &) = default;
+};
+
+// What a domain's definition says about the emulator in it.
+struct EmulatorDescription
+{
+    QString deviceModel;
+    QString sshUser;
+    QString sshPrivateKey;
+    QList<PortRule> portRules;
+    bool headless = false;
+    QStringList warnings; // what was amiss and how it was understood
+
+    friend bool operator==(const EmulatorDescription &, const EmulatorDescription &) = default;
+};
+
+// A domain as it was at one moment.
+struct DomainSnapshot
+{
+    enum class Power { Off, On, ShuttingDown };
+
+    QString uuid;
+    QString name;
+    Power power = Power::Off;
+    EmulatorDescription description;
+
+    friend bool operator==(const DomainSnapshot &, const DomainSnapshot &) = default;
+};
+
+} // namespace Tarn::Internal
