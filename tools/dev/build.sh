@@ -5,7 +5,8 @@
 build_preset() {
     local preset=$1
     shift
-    export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache}
+    # Paths relative to the project, so that another clone or work tree finds what was compiled before.
+    export CCACHE_DIR=${CCACHE_DIR:-$cache/ccache} CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1
     (
         cd "$project"
         if [[ ! -f $build_root/$preset/build.ninja ]]; then
