@@ -18,6 +18,13 @@ struct PortRule
     quint16 firstGuestPort = 0;
 
     bool covers(quint16 hostPort) const { return firstHostPort <= hostPort && hostPort <= lastHostPort; }
+    bool leadsTo(quint16 guestPort) const { return hostPortFor(guestPort) != 0; }
+    // The host's port that is forwarded to this one of the guest; 0 when none is.
+    quint16 hostPortFor(quint16 guestPort) const
+    {
+        const int offset = guestPort - firstGuestPort;
+        return offset >= 0 && firstHostPort + offset <= lastHostPort ? quint16(firstHostPort + offset) : 0;
+    }
 
     friend bool operator==(const PortRule &, const PortRule &) = default;
 };

@@ -3,19 +3,23 @@
 #include "emulator.h"
 
 #include "domainsnapshot.h"
+#include "hypervisor.h"
 #include "virtualmachine.h"
+
+#include <QPointer>
 
 namespace Tarn {
 
 struct Emulator::Private
 {
+    const QPointer<Internal::Hypervisor> hypervisor;
     Internal::DomainSnapshot snapshot;
     VirtualMachine *machine = nullptr;
 };
 
 Emulator::Emulator(Internal::Hypervisor *hypervisor, const Internal::DomainSnapshot &snapshot, QObject *parent)
     : QObject(parent)
-    , d(new Private{snapshot})
+    , d(new Private{hypervisor, snapshot})
 {
     d->machine = new VirtualMachine(hypervisor, snapshot, this);
 }
@@ -37,19 +41,25 @@ VirtualMachine *Emulator::virtualMachine() const
     return d->machine;
 }
 
-QString Emulator::id() const
+void Emulator::setDeviceModel(const QString &name)
 {
-    return d->snapshot.uuid;
+    if (name == d->snapshot.description.deviceModel || !d->hypervisor)
+        return;
+    d->hypervisor->setDeviceModel(d->snapshot.uuid, name, [self = QPointer(this), name](const QString &error) {
+        if (self && !error.isEmpty()) {
+            Q_EMIT self->d->machine->errorOccurred(
+                tr("%1 could not be made a \"%2\". %3").arg(self->name(), name, error));
+        }
+    });
 }
-
-void Emulator::setDeviceModel(const QString &) {}
 
 void Emulator::update(const Internal::DomainSnapshot &snapshot)
 {
     const bool renamed = snapshot.description.deviceModel != d->snapshot.description.deviceModel;
     d->snapshot = snapshot;
+    const QPointer self(this);
     d->machine->update(snapshot);
-    if (renamed)
+    if (self && renamed)
         Q_EMIT deviceModelNameChanged(snapshot.description.deviceModel);
 }
 

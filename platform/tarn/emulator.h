@@ -40,7 +40,6 @@ private:
     friend class Sdk;
     Emulator(Internal::Hypervisor *hypervisor, const Internal::DomainSnapshot &snapshot, QObject *parent);
     void update(const Internal::DomainSnapshot &snapshot);
-    QString id() const; // libvirt's UUID
 
     struct Private;
     const std::unique_ptr<Private> d;

@@ -1,0 +1,375 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "hypervisor.h"
+
+#include "connectionuri.h"
+#include "domaindefinition.h"
+#include "eventloop.h"
+#include "libvirthandles.h"
+
+#include <QLoggingCategory>
+#include <QPointer>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace Tarn::Internal {
+
+namespace {
+
+Q_LOGGING_CATEGORY(libvirtLog, "tarn.libvirt", QtWarningMsg)
+
+// Errors are returned to whoever has asked, so they need not be printed, too.
+void logLibvirtError(void *, virErrorPtr error)
+{
+    qCDebug(libvirtLog) << error->message;
+}
+
+std::optional<DomainSnapshot::Power> powerOf(virDomain *domain)
+{
+    int state = VIR_DOMAIN_NOSTATE;
+    if (virDomainGetState(domain, &state, nullptr, 0) < 0)
+        return {};
+    switch (state) {
+    case VIR_DOMAIN_SHUTOFF:
+    case VIR_DOMAIN_CRASHED:
+        return DomainSnapshot::Power::Off;
+    case VIR_DOMAIN_SHUTDOWN:
+        return DomainSnapshot::Power::ShuttingDown;
+    default:
+        return DomainSnapshot::Power::On;
+    }
+}
+
+QString uuidOf(virDomain *domain)
+{
+    std::array<char, VIR_UUID_STRING_BUFLEN> uuid{};
+    return virDomainGetUUIDString(domain, uuid.data()) < 0 ? QString() : QString::fromLatin1(uuid.data());
+}
+
+QString definitionOf(virDomain *domain, unsigned int flags)
+{
+    return QString::fromUtf8(TextHandle(virDomainGetXMLDesc(domain, flags)).get());
+}
+
+// Somebody may have been quicker in switching it off, which is no error.
+QString errorUnlessOff(virDomain *domain)
+{
+    const QString error = lastLibvirtError();
+    return virDomainIsActive(domain) == 0 ? QString() : error;
+}
+
+// Nothing for a domain that is not ours, or that has gone meanwhile.
+std::optional<DomainSnapshot> snapshotOf(virDomain *domain)
+{
+    const auto power = powerOf(domain);
+    if (!power)
+        return {};
+    // A machine that is off is what its next start will make it.
+    const unsigned int flags = power == DomainSnapshot::Power::Off ? VIR_DOMAIN_XML_INACTIVE : 0;
+    const auto description = describeDomain(definitionOf(domain, flags));
+    if (!description)
+        return {};
+    return DomainSnapshot{uuidOf(domain), QString::fromUtf8(virDomainGetName(domain)), *power, *description};
+}
+
+} // namespace
+
+// libvirt calls back on the main thread. What it is given lives until libvirt lets go of it, which may be later than
+// the end of the hypervisor.
+struct Hypervisor::Events
+{
+    QPointer<Hypervisor> hypervisor;
+
+    static void release(void *events) { delete static_cast<Events *>(events); }
+
+    static Hypervisor *of(void *events) { return static_cast<Events *>(events)->hypervisor; }
+
+    static void lifecycle(virConnect *, virDomain *, int, int, void *events)
+    {
+        if (Hypervisor *hypervisor = of(events))
+            hypervisor->scheduleRefresh();
+    }
+
+    static void metadataChanged(virConnect *, virDomain *, int, const char *, void *events)
+    {
+        if (Hypervisor *hypervisor = of(events))
+            hypervisor->scheduleRefresh();
+    }
+
+    static void rebooted(virConnect *, virDomain *domain, void *events)
+    {
+        if (Hypervisor *hypervisor = of(events))
+            Q_EMIT hypervisor->rebooted(uuidOf(domain));
+    }
+
+    static void closed(virConnect *, int, void *events)
+    {
+        if (Hypervisor *hypervisor = of(events))
+            Q_EMIT hypervisor->lost(tr("The connection to the hypervisor was lost."));
+    }
+};
+
+struct Hypervisor::Worker
+{
+    QString open(const QString &uri, Hypervisor *hypervisor);
+    void close();
+    std::optional<QList<DomainSnapshot>> list() const;
+    DomainHandle find(const QString &uuid) const
+    {
+        return DomainHandle(virDomainLookupByUUIDString(connection.get(), uuid.toLatin1().constData()));
+    }
+
+    ConnectionHandle connection;
+    std::array<int, 3> subscriptions{-1, -1, -1};
+    bool isLocal = false;
+    std::atomic<bool> refreshScheduled = false; // of both threads
+};
+
+QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
+{
+    close();
+    if (const QString error = prepareEmbedRoot(uri); !error.isEmpty())
+        return error;
+    isLocal = isLocalQemu(uri);
+    connection.reset(virConnectOpen(uri.toUtf8().constData()));
+    if (!connection) {
+        const QString message = lastLibvirtError();
+        return tr("There is no connection to the hypervisor \"%1\": %2 %3")
+            .arg(uri, message, connectionHint(uri, message))
+            .trimmed();
+    }
+    const auto subscribe = [&](int event, virConnectDomainEventGenericCallback callback) {
+        auto *events = new Events{hypervisor};
+        const int subscription =
+            virConnectDomainEventRegisterAny(connection.get(), nullptr, event, callback, events, &Events::release);
+        if (subscription < 0)
+            Events::release(events);
+        return subscription;
+    };
+    subscriptions = {
+        subscribe(VIR_DOMAIN_EVENT_ID_LIFECYCLE, VIR_DOMAIN_EVENT_CALLBACK(&Events::lifecycle)),
+        subscribe(VIR_DOMAIN_EVENT_ID_METADATA_CHANGE, VIR_DOMAIN_EVENT_CALLBACK(&Events::metadataChanged)),
+        subscribe(VIR_DOMAIN_EVENT_ID_REBOOT, VIR_DOMAIN_EVENT_CALLBACK(&Events::rebooted)),
+    };
+    if (std::ranges::any_of(subscriptions, [](int subscription) { return subscription < 0; })) {
+        const QString message = lastLibvirtError();
+        close();
+        return tr("The hypervisor \"%1\" does not report changes: %2").arg(uri, message);
+    }
+    auto *events = new Events{hypervisor};
+    if (virConnectRegisterCloseCallback(connection.get(), &Events::closed, events, &Events::release) < 0)
+        Events::release(events); // a driver inside this process cannot be lost
+    return {};
+}
+
+void Hypervisor::Worker::close()
+{
+    if (!connection)
+        return;
+    for (int &subscription : subscriptions) {
+        if (subscription >= 0)
+            virConnectDomainEventDeregisterAny(connection.get(), std::exchange(subscription, -1));
+    }
+    virConnectUnregisterCloseCallback(connection.get(), &Events::closed);
+    connection.reset();
+}
+
+std::optional<QList<DomainSnapshot>> Hypervisor::Worker::list() const
+{
+    virDomainPtr *domains = nullptr;
+    const int count = virConnectListAllDomains(connection.get(), &domains, 0);
+    if (count < 0)
+        return {};
+    QList<DomainSnapshot> snapshots;
+    for (int i = 0; i < count; ++i) {
+        const DomainHandle domain(domains[i]);
+        if (const auto snapshot = snapshotOf(domain.get()))
+            snapshots.append(*snapshot);
+    }
+    std::free(domains);
+    return snapshots;
+}
+
+Hypervisor::Hypervisor(QObject *parent)
+    : QObject(parent)
+    , m_worker(new Worker)
+{
+    m_pool.setMaxThreadCount(1);
+    m_pool.setObjectName("Tarn"_L1);
+}
+
+Hypervisor::~Hypervisor()
+{
+    m_pool.clear();
+    m_pool.start([this] { m_worker->close(); });
+    m_pool.waitForDone();
+    for (const Done &done : std::exchange(m_pending, {})) {
+        if (done)
+            done(tr("The connection to the hypervisor was closed."));
+    }
+}
+
+void Hypervisor::open(const ConnectionSettings &settings)
+{
+    // libvirt's own log goes to the IDE's output: only what is wrong belongs there.
+    if (!qEnvironmentVariableIsSet("LIBVIRT_DEBUG"))
+        qputenv("LIBVIRT_DEBUG", "error");
+    deliverLibvirtEvents();
+    virSetErrorFunc(nullptr, &logLibvirtError);
+
+    m_pool.start([this, settings] {
+        const QString uri = connectionUri(settings);
+        const QString error = m_worker->open(uri, this);
+        const auto domains = error.isEmpty() ? m_worker->list() : std::nullopt;
+        QMetaObject::invokeMethod(
+            this,
+            [this, uri, error, domains] {
+                if (!error.isEmpty()) {
+                    Q_EMIT failed(uri, error);
+                    return;
+                }
+                const QPointer self(this);
+                Q_EMIT opened(uri);
+                if (self && domains)
+                    Q_EMIT domainsListed(*domains);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void Hypervisor::post(const Operation &operation, const Done &done)
+{
+    const quint64 task = ++m_lastTask;
+    m_pending.insert(task, done);
+    m_pool.start([this, operation, task] {
+        QString error = tr("There is no connection to the hypervisor.");
+        std::optional<QList<DomainSnapshot>> domains;
+        if (m_worker->connection) {
+            error = operation(*m_worker);
+            domains = m_worker->list();
+        }
+        QMetaObject::invokeMethod(
+            this,
+            [this, task, error, domains] {
+                const QPointer self(this);
+                if (domains)
+                    Q_EMIT domainsListed(*domains);
+                if (self)
+                    finish(task, error);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void Hypervisor::finish(quint64 task, const QString &error)
+{
+    if (const Done done = m_pending.take(task))
+        done(error);
+}
+
+void Hypervisor::scheduleRefresh()
+{
+    if (m_worker->refreshScheduled.exchange(true))
+        return;
+    post(
+        [](Worker &worker) {
+            worker.refreshScheduled = false; // events from now on need another look
+            return QString();
+        },
+        {});
+}
+
+void Hypervisor::start(const QString &uuid, const Done &done)
+{
+    post(
+        [uuid](Worker &worker) {
+            const DomainHandle domain = worker.find(uuid);
+            if (!domain)
+                return lastLibvirtError();
+            if (virDomainIsActive(domain.get()) == 1)
+                return QString();
+            if (worker.isLocal) {
+                const QStringList missing = missingOnHost(definitionOf(domain.get(), VIR_DOMAIN_XML_INACTIVE));
+                if (!missing.isEmpty())
+                    return missing.join(u' ');
+            }
+            return virDomainCreate(domain.get()) < 0 ? lastLibvirtError() : QString();
+        },
+        done);
+}
+
+void Hypervisor::shutDown(const QString &uuid, const Done &done)
+{
+    post(
+        [uuid](Worker &worker) {
+            const DomainHandle domain = worker.find(uuid);
+            if (!domain)
+                return lastLibvirtError();
+            return virDomainShutdown(domain.get()) == 0 ? QString() : errorUnlessOff(domain.get());
+        },
+        done);
+}
+
+void Hypervisor::kill(const QString &uuid, const Done &done)
+{
+    post(
+        [uuid](Worker &worker) {
+            const DomainHandle domain = worker.find(uuid);
+            if (!domain)
+                return lastLibvirtError();
+            return virDomainDestroy(domain.get()) == 0 ? QString() : errorUnlessOff(domain.get());
+        },
+        done);
+}
+
+void Hypervisor::addPortRule(const QString &uuid, const PortRule &rule, const Done &done)
+{
+    post(
+        [uuid, rule](Worker &worker) {
+            const DomainHandle domain = worker.find(uuid);
+            if (!domain)
+                return lastLibvirtError();
+            if (virDomainIsActive(domain.get()) != 0)
+                return tr("Ports can be forwarded only while the virtual machine is off.");
+            // With its secrets, or they would be lost.
+            const Edit edit =
+                withPortRule(definitionOf(domain.get(), VIR_DOMAIN_XML_INACTIVE | VIR_DOMAIN_XML_SECURE), rule);
+            if (!edit.error.isEmpty())
+                return edit.error;
+            const DomainHandle redefined(virDomainDefineXML(worker.connection.get(), edit.xml.toUtf8().constData()));
+            return redefined ? QString() : lastLibvirtError();
+        },
+        done);
+}
+
+void Hypervisor::setDeviceModel(const QString &uuid, const QString &name, const Done &done)
+{
+    post(
+        [uuid, name](Worker &worker) {
+            const DomainHandle domain = worker.find(uuid);
+            if (!domain)
+                return lastLibvirtError();
+            const Edit edit = metadataWithDeviceModel(definitionOf(domain.get(), VIR_DOMAIN_XML_INACTIVE), name);
+            if (!edit.error.isEmpty())
+                return edit.error;
+            unsigned int flags = VIR_DOMAIN_AFFECT_CONFIG;
+            if (virDomainIsActive(domain.get()) == 1)
+                flags |= VIR_DOMAIN_AFFECT_LIVE;
+            const int result = virDomainSetMetadata(
+                domain.get(),
+                VIR_DOMAIN_METADATA_ELEMENT,
+                edit.xml.toUtf8().constData(),
+                metadataPrefix,
+                metadataNamespace,
+                flags);
+            return result < 0 ? lastLibvirtError() : QString();
+        },
+        done);
+}
+
+} // namespace Tarn::Internal
