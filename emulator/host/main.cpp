@@ -131,6 +131,9 @@ int runCommand(QCoreApplication &application, const QStringList &command, const 
 
 int run(QCoreApplication &application, const Options &options)
 {
+    const QString log = options.directory + "/invoker.log"_L1;
+    QFile::remove(log); // the invoker would append to an earlier run's
+
     EmulatorHost::Processes processes;
     const QString address = startBus(processes, options.directory);
     if (address.isEmpty())
@@ -147,7 +150,7 @@ int run(QCoreApplication &application, const Options &options)
         processes.start(programs + "geoclue-emulation-service"_L1, {}, environment),
         processes.start(
             programs + "remote-dbus-invoker"_L1,
-            {u"--address"_s, local, u"--port"_s, port, u"--log"_s, options.directory + "/invoker.log"_L1},
+            {u"--address"_s, local, u"--port"_s, port, u"--log"_s, log},
             environment),
     };
     if (options.cameraPort != 0) {

@@ -6,15 +6,16 @@
 #include "arguments.h"
 #include "common/bus.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
+#include <QDBusError>
 
 using namespace Qt::StringLiterals;
 
 namespace Emulator {
 
 namespace {
+
+// A bus lets one connection wait for 128 answers at once. A service that hangs must not use them all up.
+constexpr int mostOpenCalls = 50;
 
 const QStringList &busNames()
 {
@@ -28,6 +29,35 @@ QString connectionName(const QString &bus)
 }
 
 } // namespace
+
+// One call on its way. Unlike pending call watchers, which are told late of answers that came early, these finish in
+// the order in which the answers arrive.
+class Call : public QObject
+{
+    Q_OBJECT
+
+public:
+    Call(const QDBusMessage &message, const QDBusConnection &connection, QObject *parent)
+        : QObject(parent)
+    {
+        const bool sent = connection.callWithCallback(
+            message, this, SLOT(onAnswer(QDBusMessage)), SLOT(onError(QDBusError, QDBusMessage)));
+        if (!sent) {
+            const QDBusMessage answer = message.createErrorReply(connection.lastError());
+            QMetaObject::invokeMethod(this, [this, answer] { Q_EMIT finished(answer); }, Qt::QueuedConnection);
+        }
+    }
+
+Q_SIGNALS:
+    void finished(const QDBusMessage &answer);
+
+private Q_SLOTS:
+    void onAnswer(const QDBusMessage &answer) { Q_EMIT finished(answer); }
+    void onError(const QDBusError &error, const QDBusMessage &request)
+    {
+        Q_EMIT finished(request.createErrorReply(error));
+    }
+};
 
 Caller::Caller(const QString &systemBus, QObject *parent)
     : QObject(parent)
@@ -64,24 +94,55 @@ void Caller::call(const QString &request, QObject *context, const Callback &call
 
     if (!busNames().contains(parsed.bus))
         return refuse(u"UnknownBus"_s, u"There is no bus \"%1\""_s.arg(shortened(parsed.bus.toUtf8())));
-    const std::optional<QDBusConnection> bus = connection(parsed.bus);
-    if (!bus)
-        return refuse(u"BusUnavailable"_s, u"There is no connection to the %1 bus"_s.arg(parsed.bus));
 
     QDBusMessage message = QDBusMessage::createMethodCall(parsed.service, parsed.path, parsed.interface, parsed.method);
     message.setArguments(arguments.values);
-    auto *watcher = new QDBusPendingCallWatcher(bus->asyncCall(message), context);
-    connect(watcher, &QDBusPendingCallWatcher::finished, context, [reply, callback](QDBusPendingCallWatcher *watcher) {
-        watcher->deleteLater();
-        Reply finished = reply;
-        const QDBusMessage answer = watcher->reply();
-        if (answer.type() == QDBusMessage::ErrorMessage) {
-            finished.errorName = answer.errorName();
-            finished.errorMessage = answer.errorMessage();
-        } else {
-            finished.value = formatValues(answer.arguments());
+    m_lanes[parsed.service].waiting.enqueue({parsed.bus, message, context, reply, callback});
+    startJobs(parsed.service);
+}
+
+void Caller::startJobs(const QString &service)
+{
+    for (auto lane = m_lanes.find(service); lane != m_lanes.end(); lane = m_lanes.find(service)) {
+        if (lane->waiting.isEmpty()) {
+            if (lane->open == 0)
+                m_lanes.erase(lane);
+            return;
         }
-        callback(finished);
+        if (lane->open >= mostOpenCalls)
+            return;
+        const Job job = lane->waiting.dequeue();
+        if (job.context)
+            start(job);
+    }
+}
+
+void Caller::start(const Job &job)
+{
+    const std::optional<QDBusConnection> bus = connection(job.bus);
+    if (!bus) {
+        Reply reply = job.reply;
+        reply.errorName = errorName(u"BusUnavailable"_s);
+        reply.errorMessage = u"There is no connection to the %1 bus"_s.arg(job.bus);
+        job.callback(reply);
+        return;
+    }
+
+    ++m_lanes[job.message.service()].open;
+    auto *call = new Call(job.message, *bus, this);
+    connect(call, &Call::finished, this, [this, job, call](const QDBusMessage &answer) {
+        call->deleteLater();
+        Reply reply = job.reply;
+        if (answer.type() == QDBusMessage::ErrorMessage) {
+            reply.errorName = answer.errorName();
+            reply.errorMessage = answer.errorMessage();
+        } else {
+            reply.value = formatValues(answer.arguments());
+        }
+        if (job.context)
+            job.callback(reply);
+        --m_lanes[job.message.service()].open;
+        startJobs(job.message.service());
     });
 }
 
@@ -100,3 +161,5 @@ std::optional<QDBusConnection> Caller::connection(const QString &bus)
 }
 
 } // namespace Emulator
+
+#include "caller.moc"

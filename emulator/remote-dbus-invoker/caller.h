@@ -6,7 +6,11 @@
 #include "protocol.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QHash>
 #include <QObject>
+#include <QPointer>
+#include <QQueue>
 
 #include <functional>
 #include <optional>
@@ -34,9 +38,28 @@ public:
     void call(const QString &request, QObject *context, const Callback &callback);
 
 private:
+    struct Job
+    {
+        QString bus;
+        QDBusMessage message;
+        QPointer<QObject> context;
+        Reply reply;
+        Callback callback;
+    };
+
+    // The calls to one service: some on their way, others waiting for their turn.
+    struct Lane
+    {
+        int open = 0;
+        QQueue<Job> waiting;
+    };
+
     std::optional<QDBusConnection> connection(const QString &bus);
+    void startJobs(const QString &service);
+    void start(const Job &job);
 
     QString m_systemBus;
+    QHash<QString, Lane> m_lanes;
 };
 
 } // namespace Emulator

@@ -151,7 +151,7 @@ bool SensorService::isKnown(const QString &sensorName)
 {
     if (sensorNames().contains(sensorName))
         return true;
-    fail(u"UnknownSensor"_s, u"There is no sensor \"%1\""_s.arg(sensorName));
+    fail(u"UnknownSensor"_s, u"There is no sensor \"%1\""_s.arg(sensorName.left(64)));
     return false;
 }
 
