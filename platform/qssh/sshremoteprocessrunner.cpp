@@ -53,8 +53,8 @@ QStringList sshArguments(const QString &command, const SshConnectionParameters &
         arguments << u"-l"_s << parameters.userName;
     for (const QString &option : std::as_const(options))
         arguments << u"-o"_s << option;
-    // ssh looks for options again behind the host, hence the second mark.
-    return arguments << u"--"_s << parameters.host << u"--"_s << command;
+    // Behind the mark ssh looks for no more options, not even behind the host: a second mark would be sent along.
+    return arguments << u"--"_s << parameters.host << command;
 }
 
 } // namespace

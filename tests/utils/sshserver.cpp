@@ -24,9 +24,7 @@ namespace {
 
 bool makeKey(const QString &file)
 {
-    return QProcess::execute(
-               u"ssh-keygen"_s, {u"-q"_s, u"-t"_s, u"ed25519"_s, u"-N"_s, QString(), u"-f"_s, file})
-        == 0;
+    return QProcess::execute(u"ssh-keygen"_s, {u"-q"_s, u"-t"_s, u"ed25519"_s, u"-N"_s, QString(), u"-f"_s, file}) == 0;
 }
 
 quint16 freePort()
@@ -58,8 +56,7 @@ SshServer::SshServer(const QString &privateKeyCopy)
     const QByteArray directory = m_directory.path().toUtf8();
     write(
         u"answer.sh"_s,
-        "#!/bin/sh\ncd "
-            + directory
+        "#!/bin/sh\ncd " + directory
             + "\nprintf '%s\\n' \"$SSH_ORIGINAL_COMMAND\" >> commands\n"
               "while [ -e hold ]; do sleep 0.02; done\n"
               "cat output\nexit \"$(cat exitcode)\"\n");

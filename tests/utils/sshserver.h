@@ -11,8 +11,9 @@
 
 namespace TestUtils {
 
-/// A real sshd of the current user on a loopback port, with keys of its own. Whatever command it is asked for, it answers
-/// with the text and exit code set here, and keeps a list of what was asked. Needs no rights and leaves no traces.
+/// A real sshd of the current user on a loopback port, with keys of its own. Whatever command it is asked for, it
+/// answers with the text and exit code set here, and keeps a list of what was asked. Needs no rights and leaves no
+/// traces.
 class SshServer
 {
 public:

@@ -1,0 +1,364 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "plugin/emulationmanagementplugin.h"
+
+#include "plugin/warningdialog.h"
+#include "sensors/alsmodel.h"
+#include "sensors/settingsmanager.h"
+#include "sensors/tapmodel.h"
+#include "sensors/textfielddoublevalidator.h"
+
+#include <coreplugin/actionmanager/actioncontainer.h>
+#include <coreplugin/actionmanager/actionmanager.h>
+#include <coreplugin/actionmanager/command.h>
+#include <coreplugin/coreconstants.h>
+#include <coreplugin/icontext.h>
+#include <coreplugin/icore.h>
+#include <extensionsystem/pluginmanager.h>
+#include <tarn/execasynchronous.h>
+#include <tarn/virtualmachine.h>
+#include <utils/filepath.h>
+#include <utils/qtcsettings.h>
+#include <utils/theme/theme.h>
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocale>
+#include <QMainWindow>
+#include <QQmlContext>
+#include <QSettings>
+#include <QTranslator>
+#include <QUrl>
+#include <QtQml>
+
+using namespace Qt::StringLiterals;
+
+namespace EmulationManagement::Internal {
+
+namespace {
+
+constexpr char showViewActionId[] = "EmulationManagement.ShowEmulationManagementView.Action";
+constexpr char toolsMenuId[] = "Vok.Tools.Menu";
+
+constexpr auto udpPortForwardingRule = "emulationmanagementudp"_L1;
+constexpr quint16 udpPort = 34343;
+
+// The only state of a virtual machine whose number matters here: running, and its SSH server answers.
+constexpr int connectedState = 4;
+
+// Where the installed data files lie, relative to the IDE's executable.
+constexpr auto dataPath = ""_L1;
+
+// The view relies on these very theme entries; the host numbers them, so a new host version must not move them unseen.
+constexpr auto backgroundRole = Utils::Theme::BackgroundColorNormal;
+constexpr auto highlightRole = Utils::Theme::PaletteHighlight;
+constexpr auto separatorRole = Utils::Theme::FancyToolBarSeparatorColor;
+constexpr auto darkFlag = Utils::Theme::DarkUserInterface;
+static_assert(backgroundRole == 2 && highlightRole == 59 && separatorRole == 13 && darkFlag == 14);
+
+// A text with commas is read as a list, and is neither empty nor one of the words for "no".
+bool isAvailable(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QStringList || value.toBool();
+}
+
+} // namespace
+
+bool EmulationManagementPlugin::initialize(
+    [[maybe_unused]] const QList<QString> &arguments, [[maybe_unused]] QString *errorString)
+{
+    setupTranslations();
+    registerQmlTypes();
+    setupContextProperties();
+    initEmulatorModesSensorsConfigurations();
+    repeatContextProperties();
+    setupView();
+    setupMenuAction();
+    return true;
+}
+
+void EmulationManagementPlugin::extensionsInitialized()
+{
+    m_sdk = Tarn::Sdk::instance();
+    if (!m_sdk)
+        return;
+    connect(m_sdk, &Tarn::Sdk::emulatorAdded, this, &EmulationManagementPlugin::setUpEmulatorConnection);
+    connect(m_sdk, &Tarn::Sdk::aboutToRemoveEmulator, this, &EmulationManagementPlugin::setUpEmulatorConnection);
+    connect(m_sdk, &Tarn::Sdk::deviceModelsChanged, this, &EmulationManagementPlugin::setUpEmulatorConnection);
+}
+
+ExtensionSystem::IPlugin::ShutdownFlag EmulationManagementPlugin::aboutToShutdown()
+{
+    m_view.close();
+    return SynchronousShutdown;
+}
+
+void EmulationManagementPlugin::setupTranslations()
+{
+    const QVariant language = ExtensionSystem::PluginManager::settings()->value("General/OverrideLanguage");
+    const QLocale locale = language.isValid() ? QLocale(language.toString()) : QLocale();
+    const QString directory = Core::ICore::resourcePath(u"translations"_s).nativePath();
+
+    auto *translator = new QTranslator(this);
+    if (translator->load(locale, u"EmulationManagement"_s, u"_"_s, directory))
+        QCoreApplication::installTranslator(translator);
+    else
+        qDebug() << "Failed to load translator:" << directory << "EmulationManagement";
+}
+
+void EmulationManagementPlugin::registerQmlTypes()
+{
+    // The pages read local files, such as tracks, with XMLHttpRequest.
+    qputenv("QML_XHR_ALLOW_FILE_READ", "1");
+
+    constexpr char module[] = "org.quova";
+    qmlRegisterType<WarningDialog>(module, 1, 0, "WarningDialog");
+    qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
+    qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
+    qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
+
+    qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
+    qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
+
+    qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
+    qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
+}
+
+void EmulationManagementPlugin::setupContextProperties()
+{
+    m_sensorsEmulationManager.setRdbusinvoker(&m_remoteDBusInvokerService);
+
+    QQmlContext *context = m_view.rootContext();
+    context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
+    context->setContextProperty(u"sensorsEmulationManager"_s, &m_sensorsEmulationManager);
+    context->setContextProperty(u"emulationManagementPlugin"_s, this);
+    setupThemeContextProperties();
+}
+
+// Once, at start-up: the view does not follow a later change of the theme.
+void EmulationManagementPlugin::setupThemeContextProperties()
+{
+    QQmlContext *context = m_view.rootContext();
+    const Utils::Theme *theme = Utils::creatorTheme();
+    context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(backgroundRole));
+    context->setContextProperty(u"themeHighlightColor"_s, theme->color(highlightRole));
+    context->setContextProperty(u"themeSeparatorColor"_s, theme->color(separatorRole));
+    context->setContextProperty(u"darkUserInterface"_s, theme->flag(darkFlag));
+}
+
+void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()
+{
+    const QDir directory(QDir::fromNativeSeparators(u"%1/%2"_s.arg(QCoreApplication::applicationDirPath(), dataPath)));
+    const QStringList fileNames = directory.entryList({u"*.ini"_s}, QDir::Files, QDir::Unsorted);
+    for (const QString &fileName : fileNames) {
+        QSettings file(u"%1/%2"_s.arg(directory.path(), fileName), QSettings::IniFormat);
+        SensorsConfiguration configuration;
+        file.beginGroup("sensors"_L1);
+        const QStringList sensorNames = file.childKeys();
+        for (const QString &sensorName : sensorNames)
+            configuration.sensors.insert(sensorName, isAvailable(file.value(sensorName, true)));
+        file.endGroup();
+        m_emulatorModesSensorsConfigurations.insert(file.value("device-name"_L1).toString(), configuration);
+    }
+}
+
+// The start-up sequence sets the channel twice.
+void EmulationManagementPlugin::repeatContextProperties()
+{
+    m_view.rootContext()->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
+}
+
+void EmulationManagementPlugin::setupView()
+{
+    m_view.setTitle(tr("Emulation Management"));
+    m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
+}
+
+void EmulationManagementPlugin::setupMenuAction()
+{
+    auto *action = new QAction(tr("Emulation Management…"), this);
+    Core::Command *command =
+        Core::ActionManager::registerAction(action, showViewActionId, Core::Context(Core::Constants::C_GLOBAL), false);
+    connect(action, &QAction::triggered, this, &EmulationManagementPlugin::showEmulationManagementView);
+
+    // Shared with other components; the one that makes it first gives it a title.
+    Core::ActionContainer *menu = Core::ActionManager::createMenu(toolsMenuId);
+    menu->addAction(command);
+    Core::ActionManager::actionContainer(Core::Constants::M_TOOLS)->addMenu(menu);
+}
+
+void EmulationManagementPlugin::showEmulationManagementView()
+{
+    if (!m_emulator) {
+        showMessageBox(
+            tr("The emulation management plugin cannot be used. Please, close the emulator if it is running and add %1 "
+               "Emulator to the list of available devices in Qt Creator settings.")
+                .arg(Tarn::Sdk::osVariant()),
+            {},
+            QMessageBox::Ok);
+        return;
+    }
+
+    const bool off = m_emulator->virtualMachine()->isOff();
+    if (off) {
+        m_view.hide();
+        m_packagesChecked = false;
+    }
+    m_emulatorRunning = !off;
+
+    if (!setUpPortForwarding())
+        return;
+
+    if (m_emulatorRunning) {
+        Q_EMIT emulationManagementViewShowed();
+        if (m_packagesChecked)
+            m_view.show();
+        else
+            checkEmulationPackages();
+    } else if (m_emulator) { // it may have gone while the ports were forwarded
+        m_emulator->virtualMachine()->connectTo({}, this, Tarn::IgnoreAsynchronousReturn);
+        m_connectionRequested = true;
+    }
+}
+
+void EmulationManagementPlugin::showMessageBox(
+    const QString &text, const QString &informativeText, const QFlags<QMessageBox::StandardButton> &buttons)
+{
+    QMessageBox box(
+        QMessageBox::Information, tr("Emulation management plugin"), text, buttons, Core::ICore::mainWindow());
+    box.setInformativeText(informativeText);
+    if (box.exec() == QMessageBox::Retry)
+        showEmulationManagementView();
+}
+
+Tarn::Emulator *EmulationManagementPlugin::retrieveEmulator() const
+{
+    const QList<Tarn::Emulator *> emulators = Tarn::Sdk::emulators();
+    return emulators.isEmpty() ? nullptr : emulators.first();
+}
+
+// Runs at every notification of the SDK and leaves earlier connections in place, so that each handler runs once per
+// notification so far. The sensors are sent again that often, too.
+void EmulationManagementPlugin::setUpEmulatorConnection()
+{
+    m_emulator = retrieveEmulator();
+    if (!m_emulator)
+        return;
+
+    updateSensorsConfiguration(m_emulator->deviceModel().name);
+    connect(
+        m_emulator,
+        &Tarn::Emulator::deviceModelNameChanged,
+        this,
+        &EmulationManagementPlugin::updateSensorsConfiguration);
+
+    Tarn::VirtualMachine *virtualMachine = m_emulator->virtualMachine();
+    connect(virtualMachine, &Tarn::VirtualMachine::virtualMachineOffChanged, this, [this](bool off) {
+        setEmulatorRunning(!off);
+    });
+    connect(
+        virtualMachine,
+        &Tarn::VirtualMachine::stateChanged,
+        this,
+        &EmulationManagementPlugin::handleVirtualMachineState);
+}
+
+bool EmulationManagementPlugin::setUpPortForwarding()
+{
+    Tarn::VirtualMachine *virtualMachine = m_emulator->virtualMachine();
+    if (virtualMachine->hasPortForwarding(RemoteDBusInvokerService::hostTcpPort)
+        && virtualMachine->hasPortForwarding(udpPort)) {
+        return true;
+    }
+
+    // Rules can be added only while the machine is off.
+    if (m_emulatorRunning) {
+        showMessageBox(
+            tr("The emulation management plugin cannot be used. Please, close %1 and try to use 'Emulation "
+               "management…' "
+               "again.")
+                .arg(m_emulator->name()),
+            {},
+            QMessageBox::Ok);
+        return false;
+    }
+
+    const auto addRule = [this](const QString &name, const QString &protocol, quint16 hostPort, quint16 emulatorPort) {
+        if (!m_emulator) // it may have gone while the rule before was added
+            return;
+        bool added = false; // a failure shows itself: the channel does not come up
+        Tarn::execAsynchronous(
+            added,
+            &Tarn::VirtualMachine::addPortForwarding,
+            m_emulator->virtualMachine(),
+            name,
+            protocol,
+            hostPort,
+            emulatorPort);
+    };
+    addRule(
+        RemoteDBusInvokerService::portForwardingRule,
+        u"tcp"_s,
+        RemoteDBusInvokerService::hostTcpPort,
+        RemoteDBusInvokerService::emulatorTcpPort);
+    addRule(udpPortForwardingRule, u"udp"_s, udpPort, udpPort);
+    return true;
+}
+
+void EmulationManagementPlugin::setEmulatorRunning(bool running)
+{
+    if (!running) {
+        m_view.hide();
+        m_packagesChecked = false;
+    }
+    m_emulatorRunning = running;
+}
+
+void EmulationManagementPlugin::handleVirtualMachineState()
+{
+    if (!m_connectionRequested || !m_emulator)
+        return;
+    if (static_cast<int>(m_emulator->virtualMachine()->state()) != connectedState)
+        return;
+    checkEmulationPackages();
+    m_connectionRequested = false;
+}
+
+void EmulationManagementPlugin::checkEmulationPackages()
+{
+    connect(
+        &m_packagesChecker,
+        &EmulationManagementPackagesChecker::checkFinished,
+        this,
+        &EmulationManagementPlugin::handlePackagesChecked);
+    m_packagesChecker.checkPackages(m_emulator->virtualMachine()->sshParameters());
+}
+
+void EmulationManagementPlugin::handlePackagesChecked(const QString &message, const QString &detailedText)
+{
+    if (!message.isEmpty()) {
+        showMessageBox(message, detailedText, QMessageBox::Close);
+    } else {
+        m_packagesChecked = true;
+        m_remoteDBusInvokerService.connectToEmulator();
+        m_view.show();
+    }
+    // Each check connects anew.
+    m_packagesChecker.disconnect();
+}
+
+void EmulationManagementPlugin::updateSensorsConfiguration(const QString &deviceModelName)
+{
+    const QMap<QString, bool> sensors = m_emulatorModesSensorsConfigurations[deviceModelName].sensors;
+    if (sensors.isEmpty()) {
+        m_sensorsEmulationManager.makeAllSensorsAvailable();
+        return;
+    }
+    for (const auto &[sensorName, available] : sensors.asKeyValueRange())
+        m_sensorsEmulationManager.setSensorAvailable(sensorName, available);
+}
+
+} // namespace EmulationManagement::Internal

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ide/testplugin.h"
+
+#include "ide/ide.h"
+#include "ide/testregistry.h"
+
+#include <coreplugin/icore.h>
+#include <extensionsystem/pluginmanager.h>
+
+#include <QCoreApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace IdeTests {
+
+// All plugins are constructed before the first one is initialized: what that one prints is seen.
+TestPlugin::TestPlugin()
+{
+    startRecordingMessages();
+}
+
+bool TestPlugin::initialize(const QStringList &arguments, QString *errorString)
+{
+    const qsizetype index = arguments.indexOf("-run-test"_L1);
+    if (index < 0 || index + 1 >= arguments.size()) {
+        *errorString = u"Nothing to run."_s;
+        return false;
+    }
+    m_test = arguments.at(index + 1);
+    return true;
+}
+
+void TestPlugin::extensionsInitialized()
+{
+    connect(
+        ExtensionSystem::PluginManager::instance(),
+        &ExtensionSystem::PluginManager::initializationDone,
+        this,
+        &TestPlugin::run,
+        Qt::QueuedConnection);
+}
+
+void TestPlugin::run()
+{
+    const QString className = m_test.section(u':', 0, 0);
+    const QString functionName = m_test.section(u':', 1);
+    const std::unique_ptr<QObject> test = createTest(className);
+    if (!test) {
+        qWarning("There is no test class %s.", qUtf8Printable(className));
+        QCoreApplication::exit(EXIT_FAILURE);
+        return;
+    }
+    QStringList arguments{className};
+    if (!functionName.isEmpty())
+        arguments.append(functionName);
+    const int failures = QTest::qExec(test.get(), arguments);
+    if (failures)
+        QCoreApplication::exit(EXIT_FAILURE);
+    else
+        Core::ICore::exit();
+}
+
+} // namespace IdeTests
