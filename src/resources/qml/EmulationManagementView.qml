@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Dialogs
 import QtQuick.Layouts
@@ -45,6 +47,8 @@ Rectangle {
     height: 600
     color: themeBackgroundColorNormal // qmllint disable unqualified
 
+    ApplicationPalette {}
+
     ErrorMessageDialog {
         id: errorDialog
 
@@ -73,8 +77,9 @@ Rectangle {
         text: qsTr("The sensors values will be reset using the smartphone 3D-model position. Do you want to continue?")
         withDoNotShowAgainCheckBox: true
         onAccepted: doNotShowAgain => {
-            if (acceptedCallback)
-                acceptedCallback();
+            const callback = acceptedCallback;
+            if (callback)
+                callback();
             settingsManager.saveDoNotShowAgainResetSensorsDialog(doNotShowAgain);
         }
     }

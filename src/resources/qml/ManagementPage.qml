@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 // What the main view asks of a page: it shows a page by making it active, and asks it before leaving it.

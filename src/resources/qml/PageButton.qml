@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -9,6 +11,11 @@ Button {
     id: root
 
     property bool active: false
+    // qmllint disable unqualified
+    readonly property color highlightColor: themeHighlightColor
+    readonly property color backgroundColor: themeBackgroundColorNormal
+    // qmllint enable unqualified
+    readonly property bool lightHighlight: highlightColor.hslLightness > 0.6
 
     leftPadding: 15
     rightPadding: 15
@@ -17,7 +24,13 @@ Button {
     Accessible.checkable: true
     Accessible.checked: active
 
+    ToolTip.text: text
+    ToolTip.visible: hovered && label.truncated
+    ToolTip.delay: 700
+
     contentItem: Text {
+        id: label
+
         text: root.text
         font: root.font
         color: root.active ? "white" : defaultLabel.color
@@ -25,12 +38,13 @@ Button {
         horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
+        // White on the light highlight of some themes needs an edge.
+        style: root.active && root.lightHighlight ? Text.Outline : Text.Normal
+        styleColor: "#606060"
     }
     background: Rectangle {
         implicitHeight: 40
-        // qmllint disable unqualified
-        color: root.active ? themeHighlightColor : themeBackgroundColorNormal
-        // qmllint enable unqualified
+        color: root.active ? root.highlightColor : root.backgroundColor
         border.width: root.visualFocus ? 2 : 0
         border.color: root.active ? "white" : defaultLabel.color
     }
