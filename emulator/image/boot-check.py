@@ -103,6 +103,7 @@ class Machine:
         self.virsh = None
 
     def start(self):
+        """Returns when the power was switched on."""
         overlay = os.path.join(self.directory, "check.qcow2")
         base = os.path.join(self.image, "disk.qcow2")
         subprocess.run(["qemu-img", "create", "-q", "-f", "qcow2", "-b", base, "-F", "qcow2", overlay], check=True)
@@ -134,7 +135,10 @@ class Machine:
             text=True,
             bufsize=1,
         )
+        self.command("list")  # waits for the connection
+        started = time.monotonic()
         self.command(f"create {definition}")
+        return started
 
     def command(self, text):
         """One command's output."""
@@ -199,8 +203,7 @@ def call(method, arguments):
 
 
 def run(machine):
-    started = time.monotonic()
-    machine.start()
+    started = machine.start()
     wait_for(lambda: machine.ssh("true") == "", "root logs in over SSH", BOOT_LIMIT)
     ssh_after = time.monotonic() - started
     reply = "enabled:tap:true::"

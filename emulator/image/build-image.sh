@@ -44,8 +44,7 @@ chmod 600 "$root/etc/ssh/authorized_keys"
 cut -d ' ' -f 1,2 "$root/etc/ssh/ssh_host_ed25519_key.pub" >"$destination/known_host"
 tr -d - </proc/sys/kernel/random/uuid >"$root/etc/machine-id"
 in_root rpm --initdb
-# The shell that scripts ask for is not from a package.
-in_root sh -c 'rpm --install --nodeps --nosignature /tmp/packages/*.rpm'
+in_root sh -c 'rpm --install --nosignature /tmp/packages/*.rpm'
 for package in "${guest_packages[@]}"; do in_root rpm --query "$package"; done
 
 # --- disk -------------------------------------------------------------------------------------

@@ -36,6 +36,7 @@ guest_programs=(
 
 # Files and folders that are read.
 guest_data=(
+    /usr/lib/locale/C.utf8
     /usr/lib/rpm/macros
     /usr/lib/rpm/platform/x86_64-linux
     /usr/lib/rpm/rpmpopt-*

@@ -67,9 +67,10 @@ ensure_image() {
     make_once "$base" base "$project/emulator/image/build-base.sh"
     emulator_image=$(image_path "$base" "$programs")
     make_once "$emulator_image" image "$project/emulator/image/build-image.sh" "$base" "$programs"
-    # Images of other versions stay for a while: another work tree may be about to start one.
-    find "$cache" -maxdepth 1 -name 'emulator-image-????????????' ! -path "$emulator_image" -mtime +7 -exec rm -rf {} +
-    touch "$emulator_image"
+    touch "$base" "$emulator_image"
+    # Other versions stay for a while: other work trees, or disks on top of an image, may still be in use.
+    find "$cache" -maxdepth 1 \( -name 'emulator-base-????????????' -o -name 'emulator-image-????????????' \) \
+        -mtime +14 -exec rm -rf {} +
     ln -sfn "$emulator_image" "$build_root/emulator-image"
 }
 
