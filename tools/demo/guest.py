@@ -57,3 +57,13 @@ class Guest:
 
     def remove_package(self, name: str) -> None:
         self.run("rpm", "-e", name)
+
+    # --- services that come and go --------------------------------------------------------------
+
+    def stop_service(self, name: str) -> None:
+        """Ends a service for good: init does not find it executable when it would start it again."""
+        self.run("chmod", "-x", f"/usr/lib/emulator/services/{name}")
+        self.run("killall", name)
+
+    def start_service(self, name: str) -> None:
+        self.run("chmod", "+x", f"/usr/lib/emulator/services/{name}")

@@ -22,8 +22,8 @@ verb_run() {
     if ((tour)); then
         # A network of its own: the tour's ports never meet an emulator that somebody uses.
         "$project/tools/isolated" dbus-run-session -- \
-            "$project/tools/demo/tour.py" --build "$build_root/release" --image "$(image_path)" --output "$build_root/tour"
+            "$project/tools/demo/tour.py" --build "$build_root/release" --image "$emulator_image" --output "$build_root/tour"
     else
-        "$project/tools/demo/open.py" --build "$build_root/release" --image "$(image_path)" --directory "$cache/demo"
+        "$project/tools/demo/open.py" --build "$build_root/release" --image "$emulator_image" --directory "$cache/demo"
     fi
 }
