@@ -232,17 +232,24 @@ class Desktop:
 
     def click(self, target: Element | tuple[int, int]) -> None:
         x, y = target.rectangle.centre if isinstance(target, Element) else target
-        self._xdotool("mousemove", "--sync", x, y)
+        self.move(x, y)
         self._xdotool("click", 1)
+
+    def move(self, x: int, y: int) -> None:
+        self._xdotool("mousemove", "--sync", x, y)
+
+    def double_click(self, target: Element) -> None:
+        self.move(*target.rectangle.centre)
+        self._xdotool("click", "--repeat", 2, "--delay", 50, 1)
 
     def drag(self, start: tuple[int, int], end: tuple[int, int], steps: int = 10) -> None:
         """Presses at one point, moves to the other in steps, and lets go."""
-        self._xdotool("mousemove", "--sync", *start)
+        self.move(*start)
         self._xdotool("mousedown", 1)
         for step in range(1, steps + 1):
             x = start[0] + (end[0] - start[0]) * step // steps
             y = start[1] + (end[1] - start[1]) * step // steps
-            self._xdotool("mousemove", "--sync", x, y)
+            self.move(x, y)
         self._xdotool("mouseup", 1)
 
     def press(self, *keys: str) -> None:

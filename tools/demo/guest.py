@@ -50,6 +50,11 @@ class Guest:
     def sensors(self) -> dict[str, Any]:
         return self.properties(SENSORS)
 
+    def sensors_when(self, wanted: dict[str, Any]) -> dict[str, Any] | None:
+        """The sensors' state once it holds what is wanted, None before."""
+        state = self.sensors()
+        return state if all(state[name] == value for name, value in wanted.items()) else None
+
     # --- packages -------------------------------------------------------------------------------
 
     def packages(self) -> list[str]:

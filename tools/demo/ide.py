@@ -30,15 +30,20 @@ class Ide:
 
     # --- menus ----------------------------------------------------------------------------------
 
-    def open_submenu(self, submenu: str) -> None:
-        """Opens the Tools menu and the submenu of that title, as a person does with the mouse."""
-        tools = self.desktop.expect("menu item", "Tools")
-        self.desktop.click(tools)
-        self.desktop.click(self.desktop.expect("menu item", submenu))
+    def open_menu(self, *path: str) -> None:
+        """Opens the Tools menu and submenus below it, as a person does with the mouse."""
+        self.activate_main_window()
+        for name in ("Tools", *path):
+            self.desktop.click(self.desktop.expect("menu item", name))
 
-    def choose(self, submenu: str, entry: str) -> None:
-        self.open_submenu(submenu)
-        self.desktop.click(self.desktop.expect("menu item", entry))
+    def choose(self, *path: str) -> None:
+        """Chooses an entry of the Tools menu, by way of the submenus named before it."""
+        self.open_menu(*path)
+
+    def activate_main_window(self) -> None:
+        """The plugin's window may lie above the IDE's."""
+        for window in self.desktop.windows(self.title):
+            self.desktop.activate(window)
 
     # --- boxes ----------------------------------------------------------------------------------
 
@@ -70,6 +75,28 @@ class Ide:
 
     def view_frame(self) -> Element:
         return self.desktop.expect("frame", VIEW_TITLE)
+
+    def activate_view(self) -> Element:
+        """Brings the plugin's window to the front."""
+        self.desktop.activate(self.wait_for_view(30))
+        return self.view_frame()
+
+    def close_view(self) -> None:
+        self.activate_view()
+        self.desktop.press("alt+F4")
+        wait_for("the window of the plugin to go", lambda: self.view() is None, 30)
+
+    def click_page_button(self, page: str) -> None:
+        self.desktop.click(self.desktop.expect("push button", page, within=self.activate_view()))
+
+    def show_page(self, page: str) -> None:
+        """Shows the page of that name: its button says that it is the current one."""
+        self.click_page_button(page)
+        wait_for(
+            f"the page {page!r}",
+            lambda: self.desktop.expect("push button", page, within=self.view_frame()).checked,
+            30,
+        )
 
     def geometry(self, window: str) -> str:
         shell = subprocess.run(

@@ -139,8 +139,10 @@ class Session:
         ]  # fmt: skip
 
     def start_ide(self, *arguments: str) -> None:
+        # The log tells which commands went over SSH.
+        environment = os.environ | {"QT_LOGGING_RULES": "qssh.debug=true"}
         with self.log.open("ab") as log:
-            self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log)
+            self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log, env=environment)
 
     def quit_ide(self, seconds: float = 60) -> int:
         """Asks the IDE to end as the session manager would, and returns its exit code."""
@@ -156,6 +158,14 @@ class Session:
             raise
         self.ide = None
         return code
+
+    def package_checks(self) -> int:
+        """How often the IDE has asked for the emulator's packages."""
+        return sum("qssh" in line and '"rpm -qa"' in line for line in self.log.read_text(errors="replace").splitlines())
+
+    def console(self) -> str:
+        """What the emulator has printed on its console."""
+        return (self.directory / "disk.console.log").read_text(errors="replace")
 
     def log_tail(self, lines: int = 40) -> str:
         text = self.log.read_text(errors="replace") if self.log.exists() else ""
