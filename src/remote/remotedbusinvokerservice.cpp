@@ -5,11 +5,32 @@
 
 #include "remote/remotelog.h"
 
+#include <QStringBuilder>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 namespace EmulationManagement::Internal {
+
+namespace {
+
+// The fields are filled in one after another, so a placeholder in one of them takes a later one.
+QString requestFrame(
+    const QString &bus,
+    const QString &service,
+    const QString &object,
+    const QString &interface,
+    const QString &method,
+    const QString &arguments)
+{
+    // Without placeholders, as all our fields are, this is the same text at a fraction of the cost.
+    const auto isPlain = [](const QString &field) { return !field.contains(u'%'); };
+    if (isPlain(bus) && isPlain(service) && isPlain(object) && isPlain(interface) && isPlain(method))
+        return bus % u' ' % service % u' ' % object % u' ' % interface % u' ' % method % u' ' % arguments;
+    return u"%1 %2 %3 %4 %5 %6"_s.arg(bus).arg(service).arg(object).arg(interface).arg(method).arg(arguments);
+}
+
+} // namespace
 
 RemoteDBusInvokerService::RemoteDBusInvokerService(QObject *parent)
     : QObject(parent)
@@ -43,8 +64,7 @@ void RemoteDBusInvokerService::callDBusMethod(
     const QString &method,
     const QString &arguments)
 {
-    const QString request =
-        u"%1 %2 %3 %4 %5 %6"_s.arg(bus).arg(service).arg(object).arg(interface).arg(method).arg(arguments);
+    const QString request = requestFrame(bus, service, object, interface, method, arguments);
     qCDebug(remoteLog) << "Request:" << request;
     m_webSocket.sendTextMessage(request);
 }

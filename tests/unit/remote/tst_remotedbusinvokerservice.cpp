@@ -134,6 +134,8 @@ void TestRemoteDBusInvokerService::sendsRequestAsOneFrame_data()
         << QStringList{u"%6"_s, u"s"_s, u"o"_s, u"i"_s, u"m"_s, u"a"_s} << u"a s o i m a"_s;
     QTest::newRow("a lower placeholder is taken first")
         << QStringList{u"%1"_s, u"s"_s, u"o"_s, u"i"_s, u"m"_s, u"a"_s} << u"s o i m a %6"_s;
+    QTest::newRow("a placeholder in the method takes the arguments")
+        << QStringList{u"b"_s, u"s"_s, u"o"_s, u"i"_s, u"%1"_s, u"a"_s} << u"b s o i a %6"_s;
     QTest::newRow("a placeholder above the last stays")
         << QStringList{u"%9"_s, u"s"_s, u"o"_s, u"i"_s, u"m"_s, u"a"_s} << u"%9 s o i m a"_s;
 }
