@@ -193,6 +193,26 @@ bool removePortRange(QDomElement interface, const PortRule &rule)
     return true;
 }
 
+void collectOurs(const QDomElement &element, QList<QDomElement> &ours)
+{
+    if (isOurs(element, qualifiedName(element).localName))
+        ours.append(element);
+    for (const QDomElement &child : childElements(element))
+        collectOurs(child, ours);
+}
+
+void removeDeclarations(QDomElement element)
+{
+    const QDomNamedNodeMap attributes = element.attributes();
+    for (int i = attributes.size() - 1; i >= 0; --i) {
+        const QDomAttr attribute = attributes.item(i).toAttr();
+        if (attribute.name().startsWith("xmlns"_L1) && attribute.value() == QLatin1StringView(metadataNamespace))
+            element.removeAttributeNode(attribute);
+    }
+    for (const QDomElement &child : childElements(element))
+        removeDeclarations(child);
+}
+
 void checkFile(QStringList &missing, const QString &what, const QString &file)
 {
     if (!file.isEmpty() && !QFileInfo::exists(file))
@@ -280,10 +300,11 @@ Edit metadataWithDeviceModel(const QString &domainXml, const QString &deviceMode
     }
     model.setAttribute(u"name"_s, deviceModel);
 
-    // The prefix may be declared further up; on its own the element needs the declaration.
-    const QString tag = metadata.tagName();
-    const qsizetype colon = tag.indexOf(u':');
-    metadata.setAttribute(colon < 0 ? u"xmlns"_s : u"xmlns:"_s + tag.left(colon), QLatin1StringView(metadataNamespace));
+    QList<QDomElement> ours;
+    collectOurs(metadata, ours);
+    for (QDomElement &element : ours)
+        element.setTagName(element.tagName().section(u':', -1));
+    removeDeclarations(metadata);
     QDomDocument alone;
     alone.appendChild(alone.importNode(metadata, true));
     return {alone.toString(-1), {}};

@@ -26,7 +26,8 @@ struct Edit
 // same protocol and host port is replaced. The rule forwards a single port.
 Edit withPortRule(const QString &domainXml, const PortRule &rule);
 
-// Our metadata element of the domain, with another device model in it.
+// Our metadata element of the domain, with another device model in it. Its names are without the namespace, which
+// libvirt puts in when it sets an element of the metadata.
 Edit metadataWithDeviceModel(const QString &domainXml, const QString &deviceModel);
 
 // What the definition asks for and this host does not have, each as a text for the user.

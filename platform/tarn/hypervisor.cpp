@@ -101,12 +101,6 @@ struct Hypervisor::Events
             hypervisor->scheduleRefresh();
     }
 
-    static void rebooted(virConnect *, virDomain *domain, void *events)
-    {
-        if (Hypervisor *hypervisor = of(events))
-            Q_EMIT hypervisor->rebooted(uuidOf(domain));
-    }
-
     static void closed(virConnect *, int, void *events)
     {
         if (Hypervisor *hypervisor = of(events))
@@ -125,7 +119,7 @@ struct Hypervisor::Worker
     }
 
     ConnectionHandle connection;
-    std::array<int, 3> subscriptions{-1, -1, -1};
+    std::array<int, 2> subscriptions{-1, -1};
     bool isLocal = false;
     std::atomic<bool> refreshScheduled = false; // of both threads
 };
@@ -154,7 +148,6 @@ QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
     subscriptions = {
         subscribe(VIR_DOMAIN_EVENT_ID_LIFECYCLE, VIR_DOMAIN_EVENT_CALLBACK(&Events::lifecycle)),
         subscribe(VIR_DOMAIN_EVENT_ID_METADATA_CHANGE, VIR_DOMAIN_EVENT_CALLBACK(&Events::metadataChanged)),
-        subscribe(VIR_DOMAIN_EVENT_ID_REBOOT, VIR_DOMAIN_EVENT_CALLBACK(&Events::rebooted)),
     };
     if (std::ranges::any_of(subscriptions, [](int subscription) { return subscription < 0; })) {
         const QString message = lastLibvirtError();

@@ -42,7 +42,6 @@ Q_SIGNALS:
     void failed(const QString &uri, const QString &error);
     void lost(const QString &error); // the other end closed an open connection
     void domainsListed(const QList<Tarn::Internal::DomainSnapshot> &domains);
-    void rebooted(const QString &uuid);
 
 private:
     struct Worker;

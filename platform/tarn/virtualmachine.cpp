@@ -181,12 +181,6 @@ VirtualMachine::VirtualMachine(Hypervisor *hypervisor, const DomainSnapshot &sna
         d->sshAnswers = true;
         d->refreshState();
     });
-    connect(hypervisor, &Hypervisor::rebooted, this, [this](const QString &uuid) {
-        if (uuid != d->snapshot.uuid || !d->sshAnswers)
-            return;
-        d->sshAnswers = false;
-        d->refreshState();
-    });
     d->state = d->currentState();
     d->watchSsh();
 }
