@@ -111,5 +111,5 @@ class Opening(Story):
         self.assertIsNone(self.ide.view())
 
     def test_the_ide_quits_cleanly(self) -> None:
-        self.assertEqual(self.session.quit_ide(), 0)
+        self.assertEqual(self.ide.quit(), 0)
         self.assertIsNone(self.session.qemu_pid())

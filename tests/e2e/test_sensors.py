@@ -188,7 +188,7 @@ class Sensors(Story):
         self.check_that_values_come_back()
 
     def test_values_are_there_again_after_the_ide_was_restarted(self) -> None:
-        self.assertEqual(self.session.quit_ide(), 0)
+        self.assertEqual(self.ide.quit(), 0)
         self.start_ide()
         self.check_that_values_come_back()
 

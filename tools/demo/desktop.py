@@ -215,6 +215,20 @@ class Desktop:
         subprocess.run(["import", "-window", "root", str(path)], env=self.environment, check=True)
         return path
 
+    def wait_until_painted(self, window: str) -> None:
+        """A new window is empty until its first frame: fewer colours than any text has."""
+
+        def colours() -> int:
+            found = subprocess.run(
+                ["import", "-window", window, "-format", "%k", "info:"],
+                env=self.environment,
+                capture_output=True,
+                text=True,
+            )
+            return int(found.stdout or 0)
+
+        wait_for(f"the content of window {window}", lambda: colours() > 16, 60)
+
     def windows(self, title: str) -> list[str]:
         """Ids of the visible windows with exactly that title."""
         found = subprocess.run(

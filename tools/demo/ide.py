@@ -28,6 +28,12 @@ class Ide:
 
         self.title = wait_for("the IDE's window", title, seconds)
 
+    def quit(self, seconds: float = 120) -> int:
+        """Quits the IDE with its keys and returns its exit code."""
+        self.activate_main_window()
+        self.desktop.press("ctrl+q")
+        return self.session.wait_for_ide(seconds)
+
     # --- menus ----------------------------------------------------------------------------------
 
     def open_menu(self, *path: str) -> None:
@@ -71,7 +77,9 @@ class Ide:
         return windows[0] if windows else None
 
     def wait_for_view(self, seconds: float = 180) -> str:
-        return wait_for("the window of the plugin", self.view, seconds)
+        window = wait_for("the window of the plugin", self.view, seconds)
+        self.desktop.wait_until_painted(window)
+        return window
 
     def view_frame(self) -> Element:
         return self.desktop.expect("frame", VIEW_TITLE)

@@ -144,18 +144,10 @@ class Session:
         with self.log.open("ab") as log:
             self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log, env=environment)
 
-    def quit_ide(self, seconds: float = 60) -> int:
-        """Asks the IDE to end as the session manager would, and returns its exit code."""
-        if self.ide is None:
-            return 0
-        if self.ide.poll() is None:
-            self.ide.send_signal(signal.SIGTERM)
-        try:
-            code = self.ide.wait(timeout=seconds)
-        except subprocess.TimeoutExpired:
-            self.ide.kill()
-            self.ide.wait()
-            raise
+    def wait_for_ide(self, seconds: float = 60) -> int:
+        """Waits until the IDE has ended, and returns its exit code."""
+        assert self.ide
+        code = self.ide.wait(timeout=seconds)
         self.ide = None
         return code
 
@@ -173,13 +165,13 @@ class Session:
 
     def end(self) -> None:
         """Leaves no process behind."""
-        try:
-            self.quit_ide()
-        finally:
-            pid = self.qemu_pid()
-            if pid:
-                os.kill(pid, signal.SIGKILL)
-                wait_for("the emulator to end", lambda: self.qemu_pid() is None, 30)
+        if self.ide:
+            self.ide.kill()
+            self.ide.wait()
+        pid = self.qemu_pid()
+        if pid:
+            os.kill(pid, signal.SIGKILL)
+            wait_for("the emulator to end", lambda: self.qemu_pid() is None, 30)
 
     def remove(self) -> None:
         shutil.rmtree(self.directory, ignore_errors=True)

@@ -84,7 +84,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Virtual machine started", f"QEMU runs as process {pid}", desktop)
 
     guest = Guest(session.emulator)
-    window = wait_for("the window", lambda: desktop.windows("Emulation Management"), 180)[0]
+    window = ide.wait_for_view()
     logins = [line for line in session.console().splitlines() if line.startswith("Accepted publickey")]
     tour.step(
         "Packages checked over SSH",
@@ -103,7 +103,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     state = wait_for("the stored values in the guest", lambda: guest.sensors_when(wanted), 60)
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
-    code = session.quit_ide()
+    code = ide.quit()
     if code:
         raise Timeout(f"the IDE ended with exit code {code}")
     tour.step("IDE closed", f"exit code {code}")

@@ -17,7 +17,7 @@ verb_run() {
         *) fail "run: unknown option '$1'" ;;
         esac
     done
-    build_preset release
+    build_preset release demo
     ensure_image
     if ((tour)); then
         # A network of its own: the tour's ports never meet an emulator that somebody uses.
