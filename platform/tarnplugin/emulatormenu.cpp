@@ -1,76 +1,104 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-
 #include "emulatormenu.h"
 
 #include <tarn/emulator.h>
 #include <tarn/sdk.h>
 #include <tarn/virtualmachine.h>
 
-namespace Tarn::Internal {
+#include <coreplugin/icore.h>
+#include <coreplugin/messagemanager.h>
+
+#include <QActionGroup>
+#include <QMessageBox>
+
+namespace TarnPlugin::Internal {
+
+using Tarn::VirtualMachine;
 
 namespace {
 
-QString stateText(VirtualMachine::State state)
+QString stateName(VirtualMachine::State state)
 {
     switch (state) {
     case VirtualMachine::Off:
-        return EmulatorMenu::tr("Off");
+        return EmulatorMenu::tr("off");
     case VirtualMachine::Starting:
-        return EmulatorMenu::tr("Starting");
+        return EmulatorMenu::tr("starting");
     case VirtualMachine::Running:
-        return EmulatorMenu::tr("Booting");
+        return EmulatorMenu::tr("booting");
     case VirtualMachine::Stopping:
-        return EmulatorMenu::tr("Shutting down");
+        return EmulatorMenu::tr("shutting down");
     case VirtualMachine::Connected:
-        return EmulatorMenu::tr("Running");
+        return EmulatorMenu::tr("running");
     }
     return {};
 }
 
+// In a menu, an ampersand marks the key of an entry.
+QString menuText(QString text)
+{
+    return text.replace(u'&', QLatin1StringView("&&"));
+}
+
 } // namespace
 
-EmulatorMenu::EmulatorMenu(Emulator *emulator, QWidget *parent)
-    : QMenu(emulator->name(), parent)
+EmulatorMenu::EmulatorMenu(Tarn::Emulator &emulator, Tarn::Sdk &sdk, QWidget *parent)
+    : QMenu(parent)
     , m_emulator(emulator)
+    , m_machine(*emulator.virtualMachine())
+    , m_sdk(sdk)
+    , m_start(addAction(tr("Start %1").arg(menuText(emulator.name())), &m_machine, &VirtualMachine::start))
+    , m_shutDown(addAction(tr("Shut Down"), &m_machine, &VirtualMachine::shutDown))
+    , m_kill(addAction(tr("Kill"), &m_machine, &VirtualMachine::kill))
 {
-    VirtualMachine *machine = emulator->virtualMachine();
-
-    m_state = addAction(QString());
-    m_state->setEnabled(false);
-    addSeparator();
-    m_start = addAction(tr("Start"), machine, &VirtualMachine::start);
-    m_shutDown = addAction(tr("Shut Down"), machine, &VirtualMachine::shutDown);
-    m_kill = addAction(tr("Kill"), machine, &VirtualMachine::kill);
     addSeparator();
     m_deviceModels = addMenu(tr("Device Model"));
-
-    connect(machine, &VirtualMachine::stateChanged, this, &EmulatorMenu::updateActions);
-    connect(m_deviceModels, &QMenu::aboutToShow, this, &EmulatorMenu::updateDeviceModels);
-    updateActions();
-    updateDeviceModels();
+    connect(m_deviceModels, &QMenu::aboutToShow, this, &EmulatorMenu::offerDeviceModels);
+    connect(&m_machine, &VirtualMachine::stateChanged, this, &EmulatorMenu::showState);
+    connect(&m_machine, &VirtualMachine::errorOccurred, this, &EmulatorMenu::reportError);
+    showState();
+    offerDeviceModels();
 }
 
-void EmulatorMenu::updateActions()
+const Tarn::Emulator *EmulatorMenu::emulator() const
 {
-    const VirtualMachine *machine = m_emulator->virtualMachine();
-    m_state->setText(stateText(machine->state()));
-    m_start->setEnabled(machine->isOff());
-    m_shutDown->setEnabled(!machine->isOff());
-    m_kill->setEnabled(!machine->isOff());
+    return &m_emulator;
 }
 
-void EmulatorMenu::updateDeviceModels()
+void EmulatorMenu::showState()
 {
-    const QString current = m_emulator->deviceModel().name;
+    const VirtualMachine::State state = m_machine.state();
+    setTitle(tr("%1 (%2)", "emulator, state").arg(menuText(m_emulator.name()), stateName(state)));
+    m_start->setEnabled(state == VirtualMachine::Off);
+    m_shutDown->setEnabled(state == VirtualMachine::Running || state == VirtualMachine::Connected);
+    m_kill->setEnabled(state != VirtualMachine::Off && state != VirtualMachine::Starting);
+}
+
+void EmulatorMenu::offerDeviceModels()
+{
     m_deviceModels->clear();
-    const QList<DeviceModel> models = Sdk::instance()->deviceModels();
-    for (const DeviceModel &model : models) {
+    auto *group = new QActionGroup(m_deviceModels);
+    connect(m_deviceModels, &QMenu::aboutToShow, group, &QObject::deleteLater); // makes way for the next one
+    for (const Tarn::DeviceModel &model : m_sdk.deviceModels()) {
         QAction *action = m_deviceModels->addAction(
-            model.name, m_emulator, [emulator = m_emulator, model] { emulator->setDeviceModel(model.name); });
+            menuText(model.name), &m_emulator, [this, model] { m_emulator.setDeviceModel(model.name); });
         action->setCheckable(true);
-        action->setChecked(model.name == current);
+        action->setChecked(model == m_emulator.deviceModel());
+        group->addAction(action);
     }
+    m_deviceModels->setEnabled(!m_deviceModels->isEmpty());
 }
 
-} // namespace Tarn::Internal
+void EmulatorMenu::reportError(const QString &error)
+{
+    Core::MessageManager::writeSilently(error);
+    auto *box = new QMessageBox(
+        QMessageBox::Warning, tr("Velmo OS Emulator"), error, QMessageBox::Ok, Core::ICore::dialogParent());
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setModal(false);
+    box->show();
+}
+
+} // namespace TarnPlugin::Internal

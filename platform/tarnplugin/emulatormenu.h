@@ -1,37 +1,39 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-
 #pragma once
 
 #include <QMenu>
 
 namespace Tarn {
 class Emulator;
-}
+class Sdk;
+class VirtualMachine;
+} // namespace Tarn
 
-namespace Tarn::Internal {
+namespace TarnPlugin::Internal {
 
-/// What a person does with one emulator. Its entries follow the virtual machine's state.
-class EmulatorMenu final : public QMenu
+// What can be done with one emulator, which outlives the menu.
+class EmulatorMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    /// \a emulator is not owned and must outlive the menu.
-    explicit EmulatorMenu(Emulator *emulator, QWidget *parent = nullptr);
+    EmulatorMenu(Tarn::Emulator &emulator, Tarn::Sdk &sdk, QWidget *parent = nullptr);
 
-    Emulator *emulator() const { return m_emulator; }
+    const Tarn::Emulator *emulator() const;
 
 private:
-    void updateActions();
-    void updateDeviceModels();
+    void showState();
+    void offerDeviceModels();
+    void reportError(const QString &error);
 
-    Emulator *m_emulator;
-    QAction *m_state;
+    Tarn::Emulator &m_emulator;
+    Tarn::VirtualMachine &m_machine;
+    Tarn::Sdk &m_sdk;
     QAction *m_start;
     QAction *m_shutDown;
     QAction *m_kill;
     QMenu *m_deviceModels;
 };
 
-} // namespace Tarn::Internal
+} // namespace TarnPlugin::Internal

@@ -1,28 +1,23 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
-
 #pragma once
 
 #include <extensionsystem/iplugin.h>
 
-#include <QMap>
-
 #include <memory>
 
-QT_BEGIN_NAMESPACE
-class QAction;
-class QMenu;
-QT_END_NAMESPACE
-
 namespace Tarn {
-class Emulator;
 class Sdk;
-} // namespace Tarn
+}
 
-namespace Tarn::Internal {
+namespace TarnPlugin::Internal {
 
-/// Offers the SDK inside the IDE: creates it, and gives people a menu to work with their emulators.
-class TarnPlugin final : public ExtensionSystem::IPlugin
+class TarnSettings;
+class ToolsMenu;
+
+// Offers the emulators of the SDK library inside the IDE: Tarn::Sdk::instance() is there once every plugin has been
+// initialized, and until the plugins are deleted.
+class TarnPlugin : public ExtensionSystem::IPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QtCreatorPlugin" FILE "TarnPlugin.json")
@@ -34,17 +29,9 @@ public:
     bool initialize(const QStringList &arguments, QString *errorString) override;
 
 private:
-    void createMenu();
-    void createSdk();
-    void addEmulator(Emulator *emulator);
-    void removeEmulator(Emulator *emulator);
-    void updateStatus();
-
-    std::unique_ptr<Sdk> m_sdk;
-    QMenu *m_menu = nullptr;     // owned by the IDE
-    QAction *m_status = nullptr; // says why there is no emulator
-    QAction *m_reconnect = nullptr;
-    QMap<Emulator *, QMenu *> m_emulatorMenus;
+    std::unique_ptr<TarnSettings> m_settings;
+    std::unique_ptr<Tarn::Sdk> m_sdk;
+    std::unique_ptr<ToolsMenu> m_menu;
 };
 
-} // namespace Tarn::Internal
+} // namespace TarnPlugin::Internal
