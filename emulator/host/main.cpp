@@ -170,11 +170,19 @@ int run(QCoreApplication &application, const Options &options)
         return failed(u"the services do not come up"_s);
 
     Emulator::quitOnTermination(application);
-    if (!options.command.isEmpty())
-        return runCommand(application, options.command, environment);
-    std::printf("DBUS_SYSTEM_BUS_ADDRESS=%s\n", qUtf8Printable(address));
-    std::fflush(stdout);
-    return application.exec();
+    int exitCode = EXIT_SUCCESS;
+    if (options.command.isEmpty()) {
+        std::printf("DBUS_SYSTEM_BUS_ADDRESS=%s\n", qUtf8Printable(address));
+        std::fflush(stdout);
+        application.exec();
+    } else {
+        exitCode = runCommand(application, options.command, environment);
+    }
+    // A crash or leak of a service is a failure whatever the command made of it.
+    const QStringList complaints = processes.stop();
+    for (const QString &complaint : complaints)
+        exitCode = failed(complaint);
+    return exitCode;
 }
 
 } // namespace
@@ -185,7 +193,9 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Runs the emulator's services on this machine, with a system bus of their own.\n\n"
-        "COMMAND runs with DBUS_SYSTEM_BUS_ADDRESS set once everything is up, and its exit code is this program's. "
+        "COMMAND runs with DBUS_SYSTEM_BUS_ADDRESS set once everything is up, and its exit code is this program's "
+        "unless a "
+        "service failed. "
         "Without a COMMAND the variable is printed, and the services run until this program is ended. "
         "DIR/invoker.log gets a line of JSON for every frame."_s);
     parser.addHelpOption();

@@ -7,21 +7,29 @@
 
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace EmulatorHost {
 
-Processes::~Processes()
+QStringList Processes::stop()
 {
-    // The bus was started first and goes last.
+    QStringList complaints;
     while (!m_processes.empty()) {
         QProcess &process = *m_processes.back();
-        process.disconnect();
-        process.terminate();
-        if (!process.waitForFinished(5000)) {
-            process.kill();
-            process.waitForFinished();
+        if (process.state() != QProcess::NotRunning) {
+            process.terminate();
+            if (!process.waitForFinished(20'000)) {
+                complaints.append(u"%1 does not end"_s.arg(process.program()));
+                process.kill();
+                process.waitForFinished();
+            }
         }
+        // The exit code of a crash is the signal.
+        if (process.exitCode() != 0 && !(process.exitStatus() == QProcess::CrashExit && process.exitCode() == SIGKILL))
+            complaints.append(u"%1 failed with %2"_s.arg(process.program()).arg(process.exitCode()));
         m_processes.pop_back();
     }
+    return complaints;
 }
 
 QProcess *Processes::start(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment)

@@ -16,10 +16,16 @@ namespace EmulatorHost {
 class Processes
 {
 public:
-    ~Processes();
+    ~Processes() { stop(); }
 
     /*! Starts \a program; its standard error is this process's own. Returns null when it cannot be started. */
     QProcess *start(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment);
+
+    /*!
+        Ends all programs, the one that was started first last. Returns a complaint for each that crashed or failed;
+       being killed from outside is neither.
+    */
+    QStringList stop();
 
 private:
     std::vector<std::unique_ptr<QProcess>> m_processes;

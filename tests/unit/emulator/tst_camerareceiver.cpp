@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QDBusConnection>
-#include <QDBusInterface>
+#include <QDBusMessage>
 #include <QDBusReply>
 #include <QHostAddress>
 #include <QProcess>
@@ -20,9 +20,10 @@ constexpr quint16 cameraPort = 34343;
 QVariant stateOf(const QString &name)
 {
     const QString service = u"ru.kelo.CameraEmulation"_s;
-    QDBusInterface properties(
-        service, u"/ru/kelo/CameraEmulation"_s, u"org.freedesktop.DBus.Properties"_s, QDBusConnection::systemBus());
-    const QDBusReply<QVariant> reply = properties.call(u"Get"_s, service, name);
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        service, u"/ru/kelo/CameraEmulation"_s, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    get << service << name;
+    const QDBusReply<QVariant> reply = QDBusConnection::systemBus().call(get);
     return reply.isValid() ? reply.value() : QVariant();
 }
 

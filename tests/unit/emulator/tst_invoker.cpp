@@ -3,7 +3,6 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QFile>
@@ -42,9 +41,10 @@ QString request(const QString &service, const QString &method, const QString &ar
 
 QVariant stateOf(const QString &service, const QString &name)
 {
-    QDBusInterface properties(
-        service, objectPath(service), u"org.freedesktop.DBus.Properties"_s, QDBusConnection::systemBus());
-    const QDBusReply<QVariant> reply = properties.call(u"Get"_s, service, name);
+    QDBusMessage get =
+        QDBusMessage::createMethodCall(service, objectPath(service), u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    get << service << name;
+    const QDBusReply<QVariant> reply = QDBusConnection::systemBus().call(get);
     return reply.isValid() ? reply.value() : QVariant();
 }
 
