@@ -98,7 +98,7 @@ class Opening(Story):
 
     def test_a_removed_package_is_named(self) -> None:
         self.guest.remove_package("geoclue-emulator")
-        self.ide.choose("Velmo OS", "Velmo Demo", "Shut Down")
+        self.ide.choose_for_emulator("Shut Down")
         wait_for("the emulator to end", lambda: self.session.qemu_pid() is None, 120)
         self.open_view()
         box = self.ide.box("Emulation management plugin", 180)

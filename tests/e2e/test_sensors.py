@@ -117,7 +117,7 @@ class Sensors(Story):
 
     def test_the_rows_follow_the_device_model(self) -> None:
         self.assertTrue(self.shown("combo box", "Tap Sensor Direction"))
-        self.ide.choose("Velmo OS", "Velmo Demo", "Device Model", "Velmo Tablet")
+        self.ide.choose_for_emulator("Device Model", "Velmo Tablet")
         wait_for("the tap sensor's row to go", lambda: not self.shown("combo box", "Tap Sensor Direction"), 60)
         self.assertFalse(self.shown("push button", "Proximity Sensor Near"))
         self.assertTrue(self.shown("slider", "Accelerometer X"))
@@ -128,7 +128,7 @@ class Sensors(Story):
         self.assertIn("enableSensor string:als", calls)
         self.assertNotIn("tap", self.guest.sensors()["enabledSensors"])
 
-        self.ide.choose("Velmo OS", "Velmo Demo", "Device Model", "Velmo Phone")
+        self.ide.choose_for_emulator("Device Model", "Velmo Phone")
         wait_for("the tap sensor's row", lambda: self.shown("combo box", "Tap Sensor Direction"), 60)
         wait_for("the tap sensor", lambda: "tap" in self.guest.sensors()["enabledSensors"], 60)
         self.new_calls()
@@ -182,7 +182,7 @@ class Sensors(Story):
         self.guest.start_service("sensorfw-emulation-service")
 
     def test_values_are_there_again_after_power_off_and_on(self) -> None:
-        self.ide.choose("Velmo OS", "Velmo Demo", "Shut Down")
+        self.ide.choose_for_emulator("Shut Down")
         wait_for("the emulator to end", lambda: self.session.qemu_pid() is None, 120)
         self.assertIsNone(self.ide.view())
         self.check_that_values_come_back()

@@ -36,15 +36,19 @@ class Ide:
 
     # --- menus ----------------------------------------------------------------------------------
 
-    def open_menu(self, *path: str) -> None:
+    def open_menu(self, *path: str | re.Pattern[str]) -> None:
         """Opens the Tools menu and submenus below it, as a person does with the mouse."""
         self.activate_main_window()
         for name in ("Tools", *path):
             self.desktop.click(self.desktop.expect("menu item", name))
 
-    def choose(self, *path: str) -> None:
+    def choose(self, *path: str | re.Pattern[str]) -> None:
         """Chooses an entry of the Tools menu, by way of the submenus named before it."""
         self.open_menu(*path)
+
+    def choose_for_emulator(self, *path: str) -> None:
+        """Chooses an entry of the emulator's own menu, whose title ends in the emulator's state."""
+        self.choose("Velmo OS", re.compile(f"^{re.escape(self.session.emulator.name)} \\("), *path)
 
     def activate_main_window(self) -> None:
         """The plugin's window may lie above the IDE's."""
