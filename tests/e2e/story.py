@@ -5,7 +5,6 @@
 from __future__ import annotations
 
 import shutil
-import sys
 import unittest
 from pathlib import Path
 
@@ -48,10 +47,12 @@ class Story(unittest.TestCase):
         if type(self).broken:
             self.fail("an earlier step of this story failed")
 
-    def tearDown(self) -> None:
-        # unittest keeps the errors of the running test here until the test is done
-        outcome = self._outcome
-        if outcome and not outcome.success and not type(self).broken:
+    def run(self, result: unittest.TestResult | None = None) -> unittest.TestResult | None:
+        assert result
+        troubles = len(result.errors) + len(result.failures)
+        super().run(result)
+        if len(result.errors) + len(result.failures) > troubles and not type(self).broken:
             type(self).broken = True
             self.desktop.screenshot(self.pictures / f"{self._testMethodName}.png")
-            print(f"\n--- the end of the IDE's log\n{self.session.log_tail()}", file=sys.stderr)
+            print(f"--- the end of the IDE's log\n{self.session.log_tail()}\n---")
+        return result

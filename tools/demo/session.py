@@ -124,7 +124,7 @@ class Session:
         """The emulator's process, or None while it is off."""
         for file in self.libvirt.rglob(f"{self.emulator.name}.pid"):
             text = file.read_text().strip()
-            if text and Path(f"/proc/{text}").exists():
+            if text and is_running(int(text)):
                 return int(text)
         return None
 
@@ -140,7 +140,7 @@ class Session:
 
     def start_ide(self, *arguments: str) -> None:
         # The log tells which commands went over SSH.
-        environment = os.environ | {"QT_LOGGING_RULES": "qssh.debug=true"}
+        environment = os.environ | {"QT_LOGGING_RULES": "qssh.debug=true;tarn*.debug=true"}
         with self.log.open("ab") as log:
             self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log, env=environment)
 
@@ -175,6 +175,14 @@ class Session:
 
     def remove(self) -> None:
         shutil.rmtree(self.directory, ignore_errors=True)
+
+
+def is_running(pid: int) -> bool:
+    try:
+        state = Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0]
+    except OSError:
+        return False
+    return state != "Z"  # ended, but nobody has asked for its exit code yet
 
 
 def connections(port: int) -> int:
