@@ -103,8 +103,11 @@ struct Hypervisor::Events
 
     static void closed(virConnect *, int, void *events)
     {
-        if (Hypervisor *hypervisor = of(events))
-            Q_EMIT hypervisor->lost(tr("The connection to the hypervisor was lost."));
+        // Later, as libvirt holds a lock that closing the connection needs.
+        if (Hypervisor *hypervisor = of(events)) {
+            QMetaObject::invokeMethod(
+                hypervisor, &Hypervisor::lost, Qt::QueuedConnection, tr("The connection to the hypervisor was lost."));
+        }
     }
 };
 
@@ -120,6 +123,7 @@ struct Hypervisor::Worker
 
     ConnectionHandle connection;
     std::array<int, 2> subscriptions{-1, -1};
+    std::unique_ptr<Events> closeEvents;
     bool isLocal = false;
     std::atomic<bool> refreshScheduled = false; // of both threads
 };
@@ -154,9 +158,9 @@ QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
         close();
         return tr("The hypervisor \"%1\" does not report changes: %2").arg(uri, message);
     }
-    auto *events = new Events{hypervisor};
-    if (virConnectRegisterCloseCallback(connection.get(), &Events::closed, events, &Events::release) < 0)
-        Events::release(events); // a driver inside this process cannot be lost
+    // A driver that cannot lose its connection succeeds without ever letting go of what it is given: it stays ours.
+    closeEvents.reset(new Events{hypervisor});
+    virConnectRegisterCloseCallback(connection.get(), &Events::closed, closeEvents.get(), nullptr);
     return {};
 }
 
@@ -170,6 +174,7 @@ void Hypervisor::Worker::close()
     }
     virConnectUnregisterCloseCallback(connection.get(), &Events::closed);
     connection.reset();
+    closeEvents.reset();
 }
 
 std::optional<QList<DomainSnapshot>> Hypervisor::Worker::list() const

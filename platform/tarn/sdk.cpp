@@ -77,7 +77,7 @@ struct Sdk::Private
 
     void open();
     void showDomains(const QList<DomainSnapshot> &domains);
-    bool step();
+    bool step(); // false when there is nothing left to do; after true, everything may have changed
     bool removeOne();
     bool addOne();
     bool updateOne();
@@ -135,7 +135,7 @@ bool Sdk::Private::removeOne()
     const QPointer self(q);
     Q_EMIT q->aboutToRemoveEmulator(int(gone - entries.begin()));
     if (!self)
-        return false;
+        return true;
     entries.removeIf([emulator](const Entry &entry) { return entry.emulator == emulator; });
     // Receivers may still look at it until they have heard that it is gone.
     refreshDeviceModels(true);
@@ -162,7 +162,7 @@ bool Sdk::Private::addOne()
     Q_EMIT q->emulatorAdded(index);
     if (self)
         refreshDeviceModels(false);
-    return self;
+    return true;
 }
 
 bool Sdk::Private::updateOne()
@@ -182,7 +182,7 @@ bool Sdk::Private::updateOne()
         entry.emulator->update(snapshot);
         if (self)
             refreshDeviceModels(false);
-        return self;
+        return true;
     }
     return false;
 }

@@ -58,6 +58,7 @@ SshServer::SshServer(const QString &privateKeyCopy)
         u"answer.sh"_s,
         "#!/bin/sh\ncd " + directory
             + "\nprintf '%s\\n' \"$SSH_ORIGINAL_COMMAND\" >> commands\n"
+              "if [ -e run ]; then exec /bin/sh -c \"$SSH_ORIGINAL_COMMAND\"; fi\n"
               "while [ -e hold ]; do sleep 0.02; done\n"
               "cat output\nexit \"$(cat exitcode)\"\n");
     QFile::setPermissions(path(u"answer.sh"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -112,6 +113,11 @@ void SshServer::setAnswer(const QByteArray &output, int exitCode)
 {
     write(u"output"_s, output);
     write(u"exitcode"_s, QByteArray::number(exitCode));
+}
+
+void SshServer::runCommands()
+{
+    write(u"run"_s, {});
 }
 
 void SshServer::holdAnswers(bool hold)

@@ -32,6 +32,8 @@ public:
 
     /// Standard output and exit code of every command from now on.
     void setAnswer(const QByteArray &output, int exitCode = 0);
+    /// From now on, what is asked for is run by a shell instead of being answered.
+    void runCommands();
     /// While held, a command is taken but its answer waits.
     void holdAnswers(bool hold);
     /// The commands so far, as they were asked.
