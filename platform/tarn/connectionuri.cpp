@@ -35,6 +35,8 @@ bool isProgramInstalled(const QString &name)
         || !QStandardPaths::findExecutable(name, {u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s}).isEmpty();
 }
 
+} // namespace
+
 QString embedRoot(const QString &uri)
 {
     const QUrl url(uri);
@@ -42,8 +44,6 @@ QString embedRoot(const QString &uri)
         return {};
     return QUrlQuery(url).queryItemValue(u"root"_s, QUrl::FullyDecoded);
 }
-
-} // namespace
 
 QString connectionUri(const ConnectionSettings &settings)
 {

@@ -14,6 +14,9 @@ QString connectionUri(const ConnectionSettings &settings);
 // Whether the hypervisor runs on this host, so that its files are this host's.
 bool isLocalQemu(const QString &uri);
 
+// The root of an embed URI; empty for other URIs.
+QString embedRoot(const QString &uri);
+
 // Puts the driver's configuration below an embed URI's root when there is none; does nothing for other URIs. Returns
 // a text for the user when that fails.
 QString prepareEmbedRoot(const QString &uri);

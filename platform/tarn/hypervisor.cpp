@@ -6,6 +6,7 @@
 #include "domaindefinition.h"
 #include "eventloop.h"
 #include "libvirthandles.h"
+#include "passtpath.h"
 
 #include <QLoggingCategory>
 #include <QPointer>
@@ -220,8 +221,10 @@ void Hypervisor::open(const ConnectionSettings &settings)
     deliverLibvirtEvents();
     virSetErrorFunc(nullptr, &logLibvirtError);
 
-    m_pool.start([this, settings] {
-        const QString uri = connectionUri(settings);
+    const QString uri = connectionUri(settings);
+    if (!embedRoot(uri).isEmpty())
+        preferOurPasst();
+    m_pool.start([this, uri] {
         const QString error = m_worker->open(uri, this);
         const auto domains = error.isEmpty() ? m_worker->list() : std::nullopt;
         QMetaObject::invokeMethod(

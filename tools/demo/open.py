@@ -29,6 +29,7 @@ def main() -> int:
     try:
         code = session.ide.wait()
     finally:
+        session.shut_emulator_down()
         session.end()
     print(f"Settings, the emulator's disk and the IDE's log stay in {options.directory}.")
     return code

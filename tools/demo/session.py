@@ -16,7 +16,7 @@ from configparser import ConfigParser
 from dataclasses import dataclass, field
 from pathlib import Path
 
-from desktop import wait_for
+from desktop import Timeout, wait_for
 
 PROJECT = Path(__file__).resolve().parents[2]
 
@@ -119,6 +119,16 @@ class Session:
     def definition(self) -> str:
         """The emulator's definition as libvirt keeps it on disk."""
         return (self.libvirt / "etc" / "qemu" / f"{self.emulator.name}.xml").read_text()
+
+    def shut_emulator_down(self, seconds: float = 60) -> None:
+        """Switches the emulator off as its power button does; it outlives the IDE otherwise."""
+        if not self.qemu_pid():
+            return
+        self.virsh("shutdown", self.emulator.name)
+        try:
+            wait_for("the emulator to shut down", lambda: not self.qemu_pid(), seconds)
+        except Timeout:
+            self.virsh("destroy", self.emulator.name)
 
     def qemu_pid(self) -> int | None:
         """The emulator's process, or None while it is off."""

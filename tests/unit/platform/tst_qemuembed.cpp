@@ -126,6 +126,42 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(plain->isOff(), longTime);
     }
 
+    void aClientWhoComesBeforeTheMachineLeavesItItsNetwork()
+    {
+        VirtualMachine *plain = Sdk::emulators().at(1)->virtualMachine();
+        QVERIFY(plain->hasPortForwarding(5454));
+
+        // As a client whose machine was killed does: it connects again whenever the connection is refused or ends.
+        QTcpSocket client;
+        int taken = 0;
+        const auto connectAgain = [&client] {
+            client.abort();
+            client.connectToHost(u"127.0.0.1"_s, 5454);
+        };
+        connect(&client, &QTcpSocket::connected, this, [&taken] { ++taken; });
+        connect(&client, &QTcpSocket::errorOccurred, this, connectAgain, Qt::QueuedConnection);
+        connectAgain();
+        plain->start();
+        QTRY_COMPARE_WITH_TIMEOUT(plain->state(), VirtualMachine::Running, longTime);
+        QTRY_VERIFY_WITH_TIMEOUT(taken > 0, longTime);
+
+        QTcpSocket later;
+        later.connectToHost(u"127.0.0.1"_s, 5454);
+        QVERIFY2(later.waitForConnected(longTime), qPrintable(later.errorString()));
+        client.disconnect(this);
+        client.abort();
+        plain->kill();
+        QTRY_VERIFY_WITH_TIMEOUT(plain->isOff(), longTime);
+        // passt ends with the machine.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [] {
+                QTcpSocket socket;
+                socket.connectToHost(u"127.0.0.1"_s, 5454);
+                return !socket.waitForConnected(1000);
+            }(),
+            longTime);
+    }
+
     void saysWhatIsMissing()
     {
         VirtualMachine *incomplete = Sdk::emulators().at(0)->virtualMachine();
