@@ -23,6 +23,7 @@ namespace IdeTests {
 TestPlugin::TestPlugin()
 {
     startRecordingMessages();
+    qunsetenv("LD_PRELOAD"); // was meant for the IDE alone, not for the programs that tests start
 }
 
 bool TestPlugin::initialize(const QStringList &arguments, QString *errorString)

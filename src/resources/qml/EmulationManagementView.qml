@@ -28,8 +28,8 @@ Rectangle {
         current.exitPage(() => {
             pagesIds.filter(other => other !== current).forEach(other => other.active = false);
             const change = () => changeActivePage(current, page);
-            if (current === sensorsValuesPage && page === smartphoneModelPage && sensorsValuesPage.modelSensorChanged
-                    && !settingsManager.readDoNotShowAgainResetSensorsDialog()) {
+            const losesValues = current === sensorsValuesPage && page === smartphoneModelPage && sensorsValuesPage.modelSensorChanged;
+            if (losesValues && !settingsManager.readDoNotShowAgainResetSensorsDialog()) {
                 warningDialog.acceptedCallback = change;
                 warningDialog.show();
             } else {

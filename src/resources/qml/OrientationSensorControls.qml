@@ -9,6 +9,8 @@ import QtSensors
 SensorControls {
     id: root
 
+    // Qt's description of the type lacks the enumerators.
+    // qmllint disable missing-property
     readonly property var orientations: [
         {
             text: qsTr("TopUp"),
@@ -35,6 +37,7 @@ SensorControls {
             value: OrientationReading.FaceDown
         }
     ]
+    // qmllint enable missing-property
 
     sensorName: "orientation"
     title: qsTr("Orientation Sensor")

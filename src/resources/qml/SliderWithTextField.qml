@@ -164,8 +164,7 @@ Item {
 
             objectName: "calculatedValueLabel"
             visible: root.showCalculatedValue
-            text: root.calculatedValueUnits === "" ? root.formatted(root.calculatedValue)
-                                                  : "%1 %2".arg(root.formatted(root.calculatedValue)).arg(root.calculatedValueUnits)
+            text: [root.formatted(root.calculatedValue), root.calculatedValueUnits].join(" ").trim()
         }
     }
 }

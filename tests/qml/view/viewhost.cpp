@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "view/viewhost.h"
+
+#include "plugin/warningdialog.h"
+#include "sensors/alsmodel.h"
+#include "sensors/sensorsemulationmanager.h"
+#include "sensors/settingsmanager.h"
+#include "sensors/tapmodel.h"
+#include "sensors/textfielddoublevalidator.h"
+
+#include <coreplugin/icore.h>
+#include <extensionsystem/pluginmanager.h>
+#include <utils/qtcsettings.h>
+#include <utils/theme/theme.h>
+#include <utils/theme/theme_p.h>
+
+#include <QMainWindow>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QSettings>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using namespace EmulationManagement::Internal;
+
+namespace {
+QMainWindow *theMainWindow = nullptr;
+}
+
+// Dialogs ask the IDE for nothing but its main window; this one is the test's.
+QMainWindow *Core::ICore::mainWindow()
+{
+    return theMainWindow;
+}
+
+namespace TestView {
+
+ViewHost::ViewHost()
+    : m_settingsDir(std::make_unique<QTemporaryDir>())
+    , m_pluginManager(std::make_unique<ExtensionSystem::PluginManager>())
+    , m_mainWindow(std::make_unique<QMainWindow>())
+{
+    using ExtensionSystem::PluginManager;
+    PluginManager::setSettings(
+        new Utils::QtcSettings(m_settingsDir->filePath(u"settings.ini"_s), QSettings::IniFormat));
+    theMainWindow = m_mainWindow.get();
+    registerTypes();
+    if (!m_invoker.connectChannel(&m_channel))
+        qFatal("The channel does not open.");
+}
+
+ViewHost::~ViewHost()
+{
+    m_sensors.reset(); // writes the settings
+    theMainWindow = nullptr;
+}
+
+void ViewHost::registerTypes()
+{
+    constexpr char module[] = "org.quova";
+    qmlRegisterType<WarningDialog>(module, 1, 0, "WarningDialog");
+    qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
+    qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
+    qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
+    qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
+    qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
+    qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
+    qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
+}
+
+void ViewHost::setTheme(const QString &name)
+{
+    auto *theme = new Utils::Theme(name);
+    QSettings file(u"" EMULATIONMANAGEMENT_IDE_THEMES "/%1.creatortheme"_s.arg(name), QSettings::IniFormat);
+    theme->readSettings(file);
+    Utils::setCreatorTheme(theme);
+    Utils::setThemeApplicationPalette();
+}
+
+void ViewHost::setUp(QQmlContext *context)
+{
+    m_context = context;
+    startAnew();
+    context->setContextProperty(u"remoteDBusInvokerService"_s, &m_channel);
+
+    const Utils::Theme *theme = Utils::creatorTheme();
+    context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(Utils::Theme::BackgroundColorNormal));
+    context->setContextProperty(u"themeHighlightColor"_s, theme->color(Utils::Theme::PaletteHighlight));
+    context->setContextProperty(u"themeSeparatorColor"_s, theme->color(Utils::Theme::FancyToolBarSeparatorColor));
+    context->setContextProperty(u"darkUserInterface"_s, theme->flag(Utils::Theme::DarkUserInterface));
+}
+
+void ViewHost::startAnew()
+{
+    m_sensors.reset();
+    ExtensionSystem::PluginManager::settings()->clear();
+    m_sensors = std::make_unique<SensorsEmulationManager>(nullptr);
+    m_sensors->setRdbusinvoker(&m_channel);
+    m_context->setContextProperty(u"sensorsEmulationManager"_s, m_sensors.get());
+    m_invoker.takeFrames();
+}
+
+void ViewHost::setSensorAvailable(const QString &sensorName, bool available)
+{
+    m_sensors->setSensorAvailable(sensorName, available);
+}
+
+} // namespace TestView

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "remote/remotedbusinvokerservice.h"
+#include "view/recordinginvoker.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QMainWindow;
+class QQmlContext;
+class QTemporaryDir;
+
+namespace EmulationManagement::Internal {
+class SensorsEmulationManager;
+}
+
+namespace ExtensionSystem {
+class PluginManager;
+}
+
+namespace TestView {
+
+/// What the IDE's plugin is to the view: it registers the types, owns the channel and the managers and sets the context
+/// properties. The channel's other end records what is sent.
+class ViewHost : public QObject
+{
+    Q_OBJECT
+
+public:
+    ViewHost();
+    ~ViewHost() override;
+
+    /// Takes colours and palette from one of the IDE's themes, such as "flat-light". Before setUp().
+    static void setTheme(const QString &name);
+
+    /// Sets the context properties for one view.
+    void setUp(QQmlContext *context);
+
+    RecordingInvoker *invoker() { return &m_invoker; }
+    EmulationManagement::Internal::RemoteDBusInvokerService *channel() { return &m_channel; }
+    EmulationManagement::Internal::SensorsEmulationManager *sensors() { return m_sensors.get(); }
+
+    /// A new manager and empty settings, as at the very first start. Views made before must be gone.
+    Q_INVOKABLE void startAnew();
+    /// What the emulator's mode has the plugin say.
+    Q_INVOKABLE void setSensorAvailable(const QString &sensorName, bool available);
+
+private:
+    static void registerTypes();
+
+    std::unique_ptr<QTemporaryDir> m_settingsDir;
+    std::unique_ptr<ExtensionSystem::PluginManager> m_pluginManager;
+    std::unique_ptr<QMainWindow> m_mainWindow;
+    EmulationManagement::Internal::RemoteDBusInvokerService m_channel;
+    RecordingInvoker m_invoker;
+    std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
+    QQmlContext *m_context = nullptr;
+};
+
+} // namespace TestView
