@@ -97,9 +97,9 @@ class Sensors(Story):
         self.assertEqual(self.guest.sensors()["als"], 400)
 
     def test_near_and_far(self) -> None:
-        self.desktop.click(self.control("push button", "Proximity Sensor Near"))
+        self.desktop.click(self.control("button", "Proximity Sensor Near"))
         self.expect_calls("setProximitySensorValue int32:0")
-        self.desktop.click(self.control("push button", "Proximity Sensor Far"))
+        self.desktop.click(self.control("button", "Proximity Sensor Far"))
         self.expect_calls("setProximitySensorValue int32:10")
         self.assertEqual(self.guest.sensors()["proximity"], 10)
 
@@ -119,7 +119,7 @@ class Sensors(Story):
         self.assertTrue(self.shown("combo box", "Tap Sensor Direction"))
         self.ide.choose_for_emulator("Device Model", "Velmo Tablet")
         wait_for("the tap sensor's row to go", lambda: not self.shown("combo box", "Tap Sensor Direction"), 60)
-        self.assertFalse(self.shown("push button", "Proximity Sensor Near"))
+        self.assertFalse(self.shown("button", "Proximity Sensor Near"))
         self.assertTrue(self.shown("slider", "Accelerometer X"))
         self.desktop.screenshot(self.pictures / "tablet.png")
         calls = self.new_calls()
@@ -140,7 +140,7 @@ class Sensors(Story):
         self.assertFalse(self.control("check box", "Orientation Sensor").checked)
         self.assertEqual(self.new_calls(), [])
         self.desktop.screenshot(self.pictures / "management.png")
-        self.desktop.click(self.control("push button", "Apply"))
+        self.desktop.click(self.control("button", "Apply"))
         self.expect_calls(
             "disableSensor string:accelerometer",
             "disableSensor string:compass",
@@ -157,7 +157,7 @@ class Sensors(Story):
         self.ide.show_page("Sensors Management")
         self.desktop.click(self.control("check box", "Orientation Sensor"))
         self.desktop.click(self.control("check box", "Compass"))
-        self.desktop.click(self.control("push button", "Apply"))
+        self.desktop.click(self.control("button", "Apply"))
         wait_for("the compass", lambda: "compass" in self.guest.sensors()["enabledSensors"], 30)
 
     def test_leaving_with_changes_asks(self) -> None:
@@ -174,7 +174,7 @@ class Sensors(Story):
 
     def test_an_error_of_the_service_opens_the_error_box(self) -> None:
         self.guest.stop_service("sensorfw-emulation-service")
-        self.desktop.click(self.control("push button", "Proximity Sensor Near"))
+        self.desktop.click(self.control("button", "Proximity Sensor Near"))
         text = wait_for("the error box", self.ide.error_text, 60)
         self.assertIn("org.freedesktop.DBus.Error.ServiceUnknown", text)
         self.desktop.screenshot(self.pictures / "error.png")

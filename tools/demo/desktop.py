@@ -91,12 +91,12 @@ class Element:
     @property
     def value(self) -> float | None:
         interface = self._accessible.get_value_iface()
-        return interface.get_current_value() if interface else None
+        return Atspi.Value.get_current_value(interface) if interface else None
 
     @property
     def text(self) -> str:
         interface = self._accessible.get_text_iface()
-        return interface.get_text(0, interface.get_character_count()) if interface else ""
+        return Atspi.Text.get_text(interface, 0, Atspi.Text.get_character_count(interface)) if interface else ""
 
     def children(self) -> Iterator[Element]:
         for index in range(self._accessible.get_child_count()):

@@ -71,7 +71,7 @@ class Ide:
         return [label.name for label in sorted(labels, key=lambda label: label.rectangle.y)]
 
     def answer(self, box: Element, button: str) -> None:
-        self.desktop.click(self.desktop.expect("push button", button, within=box))
+        self.desktop.click(self.desktop.expect("button", button, within=box))
 
     # --- the plugin's window --------------------------------------------------------------------
 
@@ -99,14 +99,14 @@ class Ide:
         wait_for("the window of the plugin to go", lambda: self.view() is None, 30)
 
     def click_page_button(self, page: str) -> None:
-        self.desktop.click(self.desktop.expect("push button", page, within=self.activate_view()))
+        self.desktop.click(self.desktop.expect("button", page, within=self.activate_view()))
 
     def show_page(self, page: str) -> None:
         """Shows the page of that name: its button says that it is the current one."""
         self.click_page_button(page)
         wait_for(
             f"the page {page!r}",
-            lambda: self.desktop.expect("push button", page, within=self.view_frame()).checked,
+            lambda: self.desktop.expect("button", page, within=self.view_frame()).checked,
             30,
         )
 
