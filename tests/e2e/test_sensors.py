@@ -42,7 +42,7 @@ class Sensors(Story):
 
     def choose_entry(self, box: str, entry: str) -> None:
         self.desktop.click(self.control("combo box", box))
-        self.desktop.click(self.desktop.expect("list item", entry))
+        self.desktop.click(self.desktop.expect("", entry))
 
     # --- the story ------------------------------------------------------------------------------
 

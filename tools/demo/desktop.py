@@ -190,13 +190,13 @@ class Desktop:
         within: Element | None = None,
         showing: bool = True,
     ) -> Element | None:
-        """The first element of that role whose name is the text or matches the pattern."""
+        """The first element of that role (any, if empty) whose name is the text or matches the pattern."""
         self.settle()
         roots = [within] if within else self.applications()
         for root in roots:
             try:
                 for element in root.walk():
-                    if element.role != role or (showing and not element.showing):
+                    if (role and element.role != role) or (showing and not element.showing):
                         continue
                     if isinstance(name, re.Pattern) and name.search(element.name):
                         return element
@@ -270,7 +270,7 @@ class Desktop:
         self._xdotool("key", *keys)
 
     def type(self, text: str) -> None:
-        self._xdotool("type", "--delay", "20", text)
+        self._xdotool("type", "--delay", "20", "--", text)
 
     def activate(self, window: str) -> None:
         self._xdotool("windowactivate", "--sync", window)

@@ -73,6 +73,15 @@ class Ide:
     def answer(self, box: Element, button: str) -> None:
         self.desktop.click(self.desktop.expect("button", button, within=box))
 
+    def error_text(self) -> str:
+        """The text of the view's error box, empty while there is none."""
+        error = self.desktop.find("", re.compile(r"\.Error\."))
+        return error.name if error else ""
+
+    def dismiss_error(self) -> None:
+        self.desktop.click(self.desktop.expect("button", "OK"))
+        wait_for("the error box to go", lambda: not self.error_text(), 30)
+
     # --- the plugin's window --------------------------------------------------------------------
 
     def view(self) -> str | None:

@@ -20,15 +20,20 @@ build_preset() {
 
 verb_build() {
     local preset=release
+    local -a targets=()
     while (($#)); do
         case $1 in
         --preset)
             preset=${2:?--preset needs a name}
             shift 2
             ;;
+        --target)
+            targets+=("${2:?--target needs a name}")
+            shift 2
+            ;;
         *) fail "build: unknown option '$1'" ;;
         esac
     done
-    build_preset "$preset"
+    build_preset "$preset" "${targets[@]}"
     say "built: $build_root/$preset"
 }

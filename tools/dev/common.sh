@@ -190,7 +190,7 @@ qtcreator_headers() {
             say "fetching the headers of Qt Creator $version"
             with_progress "$cache/logs/qtcreator-headers.log" \
                 "$project/tools/dev/fetch-qtcreator-headers.sh" "$version" "$directory" "$cache/qtcreator-source.partial"
-        ) 9>"$cache/headers.lock"
+        ) 9>"$cache/headers.lock" || return 1
     fi
     echo "$directory"
 }
@@ -199,7 +199,7 @@ qtcreator_headers() {
 enter_toolchain() {
     if is_debian_13; then
         [[ -n ${EMULATIONMANAGEMENT_IN_TREE:-} ]] || install_packages
-        QTCREATOR_HEADERS=$(qtcreator_headers)
+        QTCREATOR_HEADERS=$(qtcreator_headers) || exit 1
         export QTCREATOR_HEADERS
         return 0
     fi

@@ -29,7 +29,7 @@ checksum=$(apt-cache "${apt[@]}" showsrc qtcreator | awk -v name="$archive" '
 echo "$checksum  $archive" | sha256sum --check
 
 mkdir headers
-tar -C headers --strip-components=1 --wildcards -xf "$archive" \
+tar -C headers --no-same-owner --strip-components=1 --wildcards -xf "$archive" \
     '*/src/libs/*.h' '*/src/libs/*.hpp' '*/src/plugins/coreplugin/*.h'
 rm -rf "$destination"
 mv headers "$destination"
