@@ -472,6 +472,21 @@ ViewTestCase {
         compare(object("gyroscopeControls/ySlider/textField").text, "-2.500");
     }
 
+    function test_textIsSentOnLeavingUnedited_data(): var {
+        return sliderRows();
+    }
+
+    function test_textIsSentOnLeavingUnedited(data: var) {
+        const value = Number(data.typed) * data.multiplier;
+        setModel(data, data.model === "accelerometer" ? Math.round(value) : value); // that model counts in integers
+        field(data).forceActiveFocus(Qt.TabFocusReason);
+        compareFrames([]);
+        keyClick(Qt.Key_Tab);
+        compareFrames(data.typedFrames);
+        fuzzyCompare(sensorsEmulationManager[data.model][data.property], Number(data.typed) * data.multiplier, 1e-9);
+    }
+
+    // All but the fields: a field sends its text when it is left.
     function test_lookingAroundSendsNothing() {
         const first = object("sensorsValuesButton");
         first.forceActiveFocus(Qt.TabFocusReason);
@@ -482,9 +497,14 @@ ViewTestCase {
             keyClick(Qt.Key_Tab);
         } while (root.Window.activeFocusItem !== first)
         verify(seen.length > 40); // every field and slider was on the way
-        for (const item of seen)
+        sensorsEmulationManager.sensorsInitialized();
+        invoker.takeFrames();
+        for (const item of seen) {
             mouseMove(item, item.width / 2, item.height / 2);
-        keyClick(Qt.Key_Backtab);
+            if (!(item instanceof TextField))
+                item.forceActiveFocus(Qt.TabFocusReason);
+        }
+        first.forceActiveFocus(Qt.TabFocusReason);
         compareFrames([]);
         compare(page.modelSensorChanged, false);
     }

@@ -52,12 +52,8 @@ Item {
         sliderSubmited(value);
     }
 
-    function sliderText(): string {
-        return integer ? String(Math.round(slider.value)) : formatted(slider.value);
-    }
-
     function showSliderValue() {
-        textField.text = sliderText();
+        textField.text = integer ? String(Math.round(slider.value)) : formatted(slider.value);
     }
 
     function formatted(number: double): string {
@@ -125,10 +121,10 @@ Item {
         onActiveFocusChanged: {
             if (activeFocus)
                 return;
-            if (!acceptableInput)
-                slider.valueChanged();
-            else if (text !== root.sliderText()) // passing through a field must not round a finer value to the digits shown
-                root.submitText();
+            if (acceptableInput)
+                root.submitText(); // edited or not
+            else
+                slider.valueChanged(); // brings the slider's text back
         }
     }
 
