@@ -182,7 +182,8 @@ ViewTestCase {
 
     function test_rejectingKeepsThePage(data: var) {
         changeAModelSensor();
-        for (let i = 0; i < 2; ++i) { // the tick of a rejected question counts for nothing
+        for (let i = 0; i < 2; ++i) {
+            // The tick of a rejected question counts for nothing
             messageBoxes.click(MessageDialog.Cancel, data.tick);
             click("smartphoneModelButton");
             compare(messageBoxes.takeSeen().length, 1);

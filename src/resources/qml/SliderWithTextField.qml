@@ -121,10 +121,11 @@ Item {
         onActiveFocusChanged: {
             if (activeFocus)
                 return;
+            // Edited or not; what is no number gives way to the slider's.
             if (acceptableInput)
-                root.submitText(); // edited or not
+                root.submitText();
             else
-                slider.valueChanged(); // brings the slider's text back
+                slider.valueChanged();
         }
     }
 
