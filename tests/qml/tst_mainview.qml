@@ -28,7 +28,7 @@ ViewTestCase {
     name: "MainView"
 
     function test_root() {
-        const fresh = createTemporaryObject(viewComponent, root).item;
+        const fresh = createTemporaryObject(viewComponent, root);
         compare(Qt.size(fresh.width, fresh.height), Qt.size(1100, 600));
         compare(fresh.color, themeBackgroundColorNormal);
         compare(fresh.pagesIds.map(page => page.objectName), Array.from(pages).map(page => page + "Page"));
@@ -94,10 +94,8 @@ ViewTestCase {
 
     // At least 4.5 to 1 between the texts and what they stand on.
     function test_textsAreReadable(data: var) {
-        const before = host.theme;
         host.theme = data.tag;
-        view.active = false;
-        view.active = true;
+        createView();
         const luminance = color => {
             const channels = [color.r, color.g, color.b].map(c => c <= 0.03928 ? c / 12.92 : Math.pow((c + 0.055) / 1.055, 2.4));
             return 0.2126 * channels[0] + 0.7152 * channels[1] + 0.0722 * channels[2];
@@ -111,7 +109,6 @@ ViewTestCase {
         tryVerify(() => contrast(label.color, themeBackgroundColorNormal) >= 4.5);
         verify(contrast(object("gpsManagementButton").contentItem.color, themeBackgroundColorNormal) >= 4.5);
         verify(contrast(field.color, field.palette.base) >= 4.5);
-        host.theme = before;
     }
 
     function test_switching_data(): var {
@@ -185,7 +182,8 @@ ViewTestCase {
 
     function test_rejectingKeepsThePage(data: var) {
         changeAModelSensor();
-        for (let i = 0; i < 2; ++i) { // the tick of a rejected question counts for nothing
+        for (let i = 0; i < 2; ++i) {
+            // The tick of a rejected question counts for nothing
             messageBoxes.click(MessageDialog.Cancel, data.tick);
             click("smartphoneModelButton");
             compare(messageBoxes.takeSeen().length, 1);

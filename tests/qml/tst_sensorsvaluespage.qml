@@ -36,8 +36,7 @@ ViewTestCase {
         const flat = frame("setAccelerometerValues", "int32:0 int32:0 int32:1000");
         const heading = (x, y) => [flat, frame("setMagnetometerValues", "double:%1 double:%2 double:0".arg(x).arg(y))];
         const one = (method, number) => [frame(method, int32(number))];
-        return [
-            ...axisRows("accelerometerControls", "accelerometer", {
+        return [...axisRows("accelerometerControls", "accelerometer", {
                 sensor: "accelerometer",
                 model: "accelerometer",
                 call: "setAccelerometer",
@@ -55,8 +54,7 @@ ViewTestCase {
                 nextSent: "1001",
                 shown: -2345,
                 shownText: "-2.345"
-            }),
-            ...axisRows("magnetometerControls", "magnetometer", {
+            }), ...axisRows("magnetometerControls", "magnetometer", {
                 sensor: "magnetometer",
                 model: "magnetometer",
                 call: "setMagnetometer",
@@ -74,8 +72,7 @@ ViewTestCase {
                 nextSent: "4.0001e-05",
                 shown: 4.3e-05,
                 shownText: "43.000"
-            }),
-            ...axisRows("magneticFieldControls", "magnetic field", {
+            }), ...axisRows("magneticFieldControls", "magnetic field", {
                 sensor: "magnetometer",
                 model: "magneticField",
                 min: -100,
@@ -87,8 +84,7 @@ ViewTestCase {
                 next: "5.951",
                 shown: -48.76,
                 shownText: "-48.760"
-            }),
-            ...axisRows("gyroscopeControls", "gyroscope", {
+            }), ...axisRows("gyroscopeControls", "gyroscope", {
                 sensor: "gyroscope",
                 model: "gyroscope",
                 call: "setGyroscope",
@@ -106,8 +102,7 @@ ViewTestCase {
                 nextSent: "1.251",
                 shown: 1.1459155902616465,
                 shownText: "1.146"
-            }),
-            ...[["magnetometer", "setMagnetometerCalibrationLevel"], ["compass", "setMagnetometerCalibrationLevel"]].map(([model, method]) => ({
+            }), ...[["magnetometer", "setMagnetometerCalibrationLevel"], ["compass", "setMagnetometerCalibrationLevel"]].map(([model, method]) => ({
                         tag: model + " calibration level",
                         row: model + "Controls/calibrationLevelSlider",
                         label: "Calib. level",
@@ -472,6 +467,21 @@ ViewTestCase {
         compare(object("gyroscopeControls/ySlider/textField").text, "-2.500");
     }
 
+    function test_textIsSentOnLeavingUnedited_data(): var {
+        return sliderRows();
+    }
+
+    function test_textIsSentOnLeavingUnedited(data: var) {
+        const value = Number(data.typed) * data.multiplier;
+        setModel(data, data.model === "accelerometer" ? Math.round(value) : value); // that model counts in integers
+        field(data).forceActiveFocus(Qt.TabFocusReason);
+        compareFrames([]);
+        keyClick(Qt.Key_Tab);
+        compareFrames(data.typedFrames);
+        fuzzyCompare(sensorsEmulationManager[data.model][data.property], Number(data.typed) * data.multiplier, 1e-9);
+    }
+
+    // All but the fields: a field sends its text when it is left.
     function test_lookingAroundSendsNothing() {
         const first = object("sensorsValuesButton");
         first.forceActiveFocus(Qt.TabFocusReason);
@@ -482,9 +492,14 @@ ViewTestCase {
             keyClick(Qt.Key_Tab);
         } while (root.Window.activeFocusItem !== first)
         verify(seen.length > 40); // every field and slider was on the way
-        for (const item of seen)
+        sensorsEmulationManager.sensorsInitialized();
+        invoker.takeFrames();
+        for (const item of seen) {
             mouseMove(item, item.width / 2, item.height / 2);
-        keyClick(Qt.Key_Backtab);
+            if (!(item instanceof TextField))
+                item.forceActiveFocus(Qt.TabFocusReason);
+        }
+        first.forceActiveFocus(Qt.TabFocusReason);
         compareFrames([]);
         compare(page.modelSensorChanged, false);
     }

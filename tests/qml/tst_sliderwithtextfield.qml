@@ -88,16 +88,32 @@ TestCase {
         compare(spy.signalArguments[0][0], 1250);
         keyClick(Qt.Key_Enter); // once more on purpose
         compare(spy.count, 2);
-        keyClick(Qt.Key_Tab); // and nothing was edited since
-        compare(spy.count, 2);
+        keyClick(Qt.Key_Tab); // leaving tells as well
+        compare(spy.count, 3);
+        compare(spy.signalArguments[2][0], 1250);
     }
 
-    function test_passingThroughKeepsAFinerValue() {
+    function test_leavingAppliesAnUneditedText() {
         row.value = 1145.9155902616465;
         field.forceActiveFocus(Qt.TabFocusReason);
+        compare(spy.count, 0);
+        keyClick(Qt.Key_Tab);
+        compare(spy.count, 1);
+        compare(spy.signalArguments[0][0], 1150); // the digits shown
+        compare(row.value, 1150);
+        fuzzyCompare(slider.value, 1.15, 1e-9);
+        compare(field.text, "1.15");
+    }
+
+    function test_leavingRestoresAnUneditedUnacceptableText() {
+        row.maxValue = 5000;
+        row.value = 1234560;
+        field.forceActiveFocus(Qt.TabFocusReason);
+        verify(!field.acceptableInput); // for its group separator
         keyClick(Qt.Key_Tab);
         compare(spy.count, 0);
-        compare(row.value, 1145.9155902616465);
+        compare(row.value, 1234560);
+        compare(field.text, "1,234.56");
     }
 
     function test_leavingAppliesAnEditedText() {

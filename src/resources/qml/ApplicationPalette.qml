@@ -10,9 +10,7 @@ import QtQuick
 Item {
     id: root
 
-    readonly property list<string> roles: ["accent", "alternateBase", "base", "button", "buttonText", "dark",
-        "highlight", "highlightedText", "light", "mid", "midlight", "placeholderText", "shadow", "text", "window",
-        "windowText"]
+    readonly property list<string> roles: ["accent", "alternateBase", "base", "button", "buttonText", "dark", "highlight", "highlightedText", "light", "mid", "midlight", "placeholderText", "shadow", "text", "window", "windowText"]
 
     function apply() {
         if (!Window.window)

@@ -12,13 +12,7 @@ import "../js/sensor-controls-view-logic.js" as Logic
 Rectangle {
     id: root
 
-    readonly property list<ManagementPage> pagesIds: [
-        sensorsManagementPage,
-        sensorsValuesPage,
-        smartphoneModelPage,
-        gpsManagementPage,
-        cameraManagementPage
-    ]
+    readonly property list<ManagementPage> pagesIds: [sensorsManagementPage, sensorsValuesPage, smartphoneModelPage, gpsManagementPage, cameraManagementPage]
     // The script and the sensors management page, which declares no such pair of its own, read and write these.
     property string lastChangedSensorName
     property bool lastChangedSensorEnabled

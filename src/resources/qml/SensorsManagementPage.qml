@@ -48,16 +48,7 @@ ManagementPage {
                 unchecked: ["orientation"]
             }
         })
-    readonly property list<SensorCheckBox> sensorsControlsIds: [
-        accelerometerCheckBox,
-        compassCheckBox,
-        orientationCheckBox,
-        magnetometerCheckBox,
-        gyroscopeCheckBox,
-        alsCheckBox,
-        proximityCheckBox,
-        tapCheckBox
-    ]
+    readonly property list<SensorCheckBox> sensorsControlsIds: [accelerometerCheckBox, compassCheckBox, orientationCheckBox, magnetometerCheckBox, gyroscopeCheckBox, alsCheckBox, proximityCheckBox, tapCheckBox]
 
     function exitPage(callback: var) {
         if (Logic.sensorsStatesHasChanged()) {

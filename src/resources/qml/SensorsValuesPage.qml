@@ -17,17 +17,7 @@ ManagementPage {
     property bool modelSensorChanged: false
     property string lastChangedSensorName
     property bool lastChangedSensorEnabled
-    readonly property list<SensorControls> sensorsControlsIds: [
-        accelerometerControls,
-        compassControls,
-        orientationControls,
-        magneticFieldControls,
-        magnetometerControls,
-        gyroscopeControls,
-        lightSensorControls,
-        proximityControls,
-        tapControls
-    ]
+    readonly property list<SensorControls> sensorsControlsIds: [accelerometerControls, compassControls, orientationControls, magneticFieldControls, magnetometerControls, gyroscopeControls, lightSensorControls, proximityControls, tapControls]
 
     Accessible.name: qsTr("Sensors Values")
     onActiveChanged: {

@@ -52,12 +52,8 @@ Item {
         sliderSubmited(value);
     }
 
-    function sliderText(): string {
-        return integer ? String(Math.round(slider.value)) : formatted(slider.value);
-    }
-
     function showSliderValue() {
-        textField.text = sliderText();
+        textField.text = integer ? String(Math.round(slider.value)) : formatted(slider.value);
     }
 
     function formatted(number: double): string {
@@ -125,10 +121,11 @@ Item {
         onActiveFocusChanged: {
             if (activeFocus)
                 return;
-            if (!acceptableInput)
-                slider.valueChanged();
-            else if (text !== root.sliderText()) // passing through a field must not round a finer value to the digits shown
+            // Edited or not; what is no number gives way to the slider's.
+            if (acceptableInput)
                 root.submitText();
+            else
+                slider.valueChanged();
         }
     }
 

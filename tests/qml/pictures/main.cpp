@@ -21,7 +21,7 @@ namespace {
 void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folder)
 {
     QQuickView view;
-    TestView::ViewHost::setTheme(theme);
+    host.setTheme(theme);
     host.setUp(view.rootContext());
     const QStringList sensors = host.sensors()->sensorsEnabledStates().keys();
     for (const QString &sensor : sensors) // one of them off, to see how that looks
@@ -31,8 +31,8 @@ void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folde
     view.show();
     view.requestActivate();
 
-    static const QStringList pages{u"sensorsManagement"_s, u"sensorsValues"_s, u"smartphoneModel"_s,
-                                   u"gpsManagement"_s, u"cameraManagement"_s};
+    static const QStringList pages{
+        u"sensorsManagement"_s, u"sensorsValues"_s, u"smartphoneModel"_s, u"gpsManagement"_s, u"cameraManagement"_s};
     for (const int scale : {1, 2}) {
         view.resize(1100 * scale, 600 * scale);
         for (const QString &page : pages) {

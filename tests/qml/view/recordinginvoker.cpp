@@ -37,8 +37,12 @@ bool RecordingInvoker::connectChannel(RemoteDBusInvokerService *channel)
         return false;
     }
     bool connected = false;
-    connect(channel, &RemoteDBusInvokerService::webSocketConnected, this, [&connected] { connected = true; },
-            Qt::SingleShotConnection);
+    connect(
+        channel,
+        &RemoteDBusInvokerService::webSocketConnected,
+        this,
+        [&connected] { connected = true; },
+        Qt::SingleShotConnection);
     channel->connectToEmulator();
     return QTest::qWaitFor([&] { return connected && m_socket; }, 30'000);
 }

@@ -16,6 +16,7 @@
 #include <utils/theme/theme.h>
 #include <utils/theme/theme_p.h>
 
+#include <QApplication>
 #include <QMainWindow>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -41,6 +42,7 @@ ViewHost::ViewHost()
     : m_settingsDir(std::make_unique<QTemporaryDir>())
     , m_pluginManager(std::make_unique<ExtensionSystem::PluginManager>())
     , m_mainWindow(std::make_unique<QMainWindow>())
+    , m_palette(QApplication::palette())
 {
     using ExtensionSystem::PluginManager;
     PluginManager::setSettings(
@@ -72,11 +74,18 @@ void ViewHost::registerTypes()
 
 void ViewHost::setTheme(const QString &name)
 {
+    if (m_theme == name)
+        return;
+    m_theme = name;
     auto *theme = new Utils::Theme(name);
     QSettings file(u"" EMULATIONMANAGEMENT_IDE_THEMES "/%1.creatortheme"_s.arg(name), QSettings::IniFormat);
     theme->readSettings(file);
     Utils::setCreatorTheme(theme);
+    QApplication::setPalette(m_palette); // a theme without a palette of its own leaves that of the one before
     Utils::setThemeApplicationPalette();
+    if (m_context)
+        setThemeProperties();
+    Q_EMIT themeChanged();
 }
 
 void ViewHost::setUp(QQmlContext *context)
@@ -84,12 +93,16 @@ void ViewHost::setUp(QQmlContext *context)
     m_context = context;
     startAnew();
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_channel);
+    setThemeProperties();
+}
 
+void ViewHost::setThemeProperties()
+{
     const Utils::Theme *theme = Utils::creatorTheme();
-    context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(Utils::Theme::BackgroundColorNormal));
-    context->setContextProperty(u"themeHighlightColor"_s, theme->color(Utils::Theme::PaletteHighlight));
-    context->setContextProperty(u"themeSeparatorColor"_s, theme->color(Utils::Theme::FancyToolBarSeparatorColor));
-    context->setContextProperty(u"darkUserInterface"_s, theme->flag(Utils::Theme::DarkUserInterface));
+    m_context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(Utils::Theme::BackgroundColorNormal));
+    m_context->setContextProperty(u"themeHighlightColor"_s, theme->color(Utils::Theme::PaletteHighlight));
+    m_context->setContextProperty(u"themeSeparatorColor"_s, theme->color(Utils::Theme::FancyToolBarSeparatorColor));
+    m_context->setContextProperty(u"darkUserInterface"_s, theme->flag(Utils::Theme::DarkUserInterface));
 }
 
 void ViewHost::startAnew()

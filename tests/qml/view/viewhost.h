@@ -7,6 +7,8 @@
 #include "view/recordinginvoker.h"
 
 #include <QObject>
+#include <QPalette>
+#include <QPointer>
 
 #include <memory>
 
@@ -29,13 +31,15 @@ namespace TestView {
 class ViewHost : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QString theme READ theme WRITE setTheme NOTIFY themeChanged)
 
 public:
     ViewHost();
     ~ViewHost() override;
 
-    /// Takes colours and palette from one of the IDE's themes, such as "flat-light". Before setUp().
-    static void setTheme(const QString &name);
+    /// Colours and palette are those of one of the IDE's themes, such as "flat-light". Set it before setUp().
+    QString theme() const { return m_theme; }
+    void setTheme(const QString &name);
 
     /// Sets the context properties for one view.
     void setUp(QQmlContext *context);
@@ -49,8 +53,12 @@ public:
     /// What the emulator's mode has the plugin say.
     Q_INVOKABLE void setSensorAvailable(const QString &sensorName, bool available);
 
+Q_SIGNALS:
+    void themeChanged();
+
 private:
     static void registerTypes();
+    void setThemeProperties();
 
     std::unique_ptr<QTemporaryDir> m_settingsDir;
     std::unique_ptr<ExtensionSystem::PluginManager> m_pluginManager;
@@ -58,7 +66,9 @@ private:
     EmulationManagement::Internal::RemoteDBusInvokerService m_channel;
     RecordingInvoker m_invoker;
     std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
-    QQmlContext *m_context = nullptr;
+    QPointer<QQmlContext> m_context;
+    QPalette m_palette; // the desktop's
+    QString m_theme;
 };
 
 } // namespace TestView
