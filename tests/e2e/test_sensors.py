@@ -174,6 +174,7 @@ class Sensors(Story):
 
     def test_an_error_of_the_service_opens_the_error_box(self) -> None:
         self.guest.stop_service("sensorfw-emulation-service")
+        self.ide.activate_view()
         self.desktop.click(self.control("button", "Proximity Sensor Near"))
         text = wait_for("the error box", self.ide.error_text, 60)
         self.assertIn("org.freedesktop.DBus.Error.ServiceUnknown", text)

@@ -63,7 +63,8 @@ bool EmulatorFixture::startServices()
     const QDir build(qEnvironmentVariable("EMULATIONMANAGEMENT_TEST_BUILD_DIR"));
     m_services.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_services.start(
-        build.filePath(u"emulator/bin/emulator-host"_s), {u"--port"_s, u"5454"_s, u"--directory"_s, m_directory.path()});
+        build.filePath(u"emulator/bin/emulator-host"_s),
+        {u"--port"_s, u"5454"_s, u"--directory"_s, m_directory.path()});
     QByteArray output;
     while (!output.contains('\n') && m_services.waitForReadyRead(30'000))
         output += m_services.readAllStandardOutput();

@@ -19,8 +19,9 @@ class VirtualMachine;
 
 namespace IdeTests {
 
-/// What lies around the plugin: a virtual machine of libvirt's test driver, which runs nothing; a real SSH server in the
-/// place of the machine's; and the emulator's real services on this host, on the port that the machine would forward.
+/// What lies around the plugin: a virtual machine of libvirt's test driver, which runs nothing; a real SSH server in
+/// the place of the machine's; and the emulator's real services on this host, on the port that the machine would
+/// forward.
 class EmulatorFixture
 {
 public:

@@ -74,8 +74,7 @@ void tst_SensorsConfigurations::initTestCase()
 // What one application of the model's sensors sends.
 QStringList tst_SensorsConfigurations::framesOfModel(const QString &name)
 {
-    const QStringList frames =
-        m_fixture->framesOf([&] { Q_EMIT m_fixture->emulator()->deviceModelNameChanged(name); });
+    const QStringList frames = m_fixture->framesOf([&] { Q_EMIT m_fixture->emulator()->deviceModelNameChanged(name); });
     const QStringList once = frames.first(frames.size() / m_sets);
     QStringList repeated;
     for (int i = 0; i < m_sets; ++i)

@@ -18,7 +18,7 @@ git clone -q "$project" "$machine/root/project"
 # Not yet committed work is what is tested.
 (cd "$project" && git ls-files -z --cached --others --exclude-standard | tar --null --files-from=- -cf -) |
     tar -C "$machine/root/project" -xf -
-for shared in ccache; do [[ ! -d $cache/$shared ]] || cp -al "$cache/$shared" "$machine/root/cache/$shared"; done
+[[ ! -d $cache/ccache ]] || cp -al "$cache/ccache" "$machine/root/cache/ccache"
 # One user id is all there is here, so apt cannot change to a user of its own.
 echo 'APT::Sandbox::User "root";' >"$machine/etc/apt/apt.conf.d/90one-user"
 
