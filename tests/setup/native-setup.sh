@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A fresh clone on a Debian 13 machine that lacks some of the listed packages: ./dev installs just these and builds (a plugin for
-# the host, which is enough to see that the tools are there).
+# A fresh clone on a Debian 13 machine that lacks some of the listed packages: ./dev installs just these and builds (a
+# plugin for the host, which is enough to see that the tools are there).
 # The machine is a copy of this one's system folders, in which we are root.
 set -euo pipefail
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
