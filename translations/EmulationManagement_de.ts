@@ -2,10 +2,58 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AccelerometerControls</name>
+    <message>
+        <source>Accelerometer</source>
+        <translation>Beschleunigungssensor</translation>
+    </message>
+    <message>
+        <source>g</source>
+        <translation>g</translation>
+    </message>
+    <message>
+        <source>m/s</source>
+        <translation>m/s</translation>
+    </message>
+</context>
+<context>
+    <name>AxisSlider</name>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+</context>
+<context>
+    <name>CalibrationLevelSlider</name>
+    <message>
+        <source>Calib. level</source>
+        <translation>Kalibrierung</translation>
+    </message>
+</context>
+<context>
     <name>CameraManagementPage</name>
     <message>
         <source>Camera Management</source>
         <translation>Kamera</translation>
+    </message>
+</context>
+<context>
+    <name>CompassControls</name>
+    <message>
+        <source>Compass</source>
+        <translation>Kompass</translation>
+    </message>
+    <message>
+        <source>Azimuth</source>
+        <translation>Azimut</translation>
     </message>
 </context>
 <context>
@@ -97,10 +145,183 @@
     </message>
 </context>
 <context>
+    <name>GyroscopeControls</name>
+    <message>
+        <source>Gyroscope</source>
+        <translation>Gyroskop</translation>
+    </message>
+    <message>
+        <source>deg/s</source>
+        <translation>°/s</translation>
+    </message>
+</context>
+<context>
+    <name>LightSensorControls</name>
+    <message>
+        <source>Undefined</source>
+        <translation>Unbestimmt</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Twilight</source>
+        <translation>Dämmerung</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Licht</translation>
+    </message>
+    <message>
+        <source>Bright</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Sunny</source>
+        <translation>Sonnig</translation>
+    </message>
+    <message>
+        <source>Light Sensor</source>
+        <translation>Lichtsensor</translation>
+    </message>
+    <message>
+        <source>Light level</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>lx</source>
+        <translation>lx</translation>
+    </message>
+</context>
+<context>
+    <name>MagneticFieldControls</name>
+    <message>
+        <source>Magnetic Field</source>
+        <translation>Magnetfeld</translation>
+    </message>
+</context>
+<context>
+    <name>MagnetometerControls</name>
+    <message>
+        <source>Magnetometer</source>
+        <translation>Magnetometer</translation>
+    </message>
+</context>
+<context>
+    <name>OrientationSensorControls</name>
+    <message>
+        <source>TopUp</source>
+        <translation>Oberkante oben</translation>
+    </message>
+    <message>
+        <source>TopDown</source>
+        <translation>Oberkante unten</translation>
+    </message>
+    <message>
+        <source>LeftUp</source>
+        <translation>Linke Seite oben</translation>
+    </message>
+    <message>
+        <source>RightUp</source>
+        <translation>Rechte Seite oben</translation>
+    </message>
+    <message>
+        <source>FaceUp</source>
+        <translation>Display oben</translation>
+    </message>
+    <message>
+        <source>FaceDown</source>
+        <translation>Display unten</translation>
+    </message>
+    <message>
+        <source>Orientation Sensor</source>
+        <translation>Lagesensor</translation>
+    </message>
+    <message>
+        <source>Orientation</source>
+        <translation>Lage</translation>
+    </message>
+</context>
+<context>
+    <name>ProximitySensorControls</name>
+    <message>
+        <source>Proximity Sensor</source>
+        <translation>Näherungssensor</translation>
+    </message>
+    <message>
+        <source>Reflectance</source>
+        <translation>Reflexion</translation>
+    </message>
+    <message>
+        <source>Near</source>
+        <translation>Nah</translation>
+    </message>
+    <message>
+        <source>Far</source>
+        <translation>Fern</translation>
+    </message>
+</context>
+<context>
+    <name>RotationSensorControls</name>
+    <message>
+        <source>Rotation Sensor</source>
+        <translation>Rotationssensor</translation>
+    </message>
+</context>
+<context>
     <name>SensorsManagementPage</name>
     <message>
         <source>Sensors Management</source>
         <translation>Sensoren verwalten</translation>
+    </message>
+    <message>
+        <source>The sensor configuration has been changed. Apply or discard changes?</source>
+        <translation>Die Sensorkonfiguration wurde geändert. Änderungen übernehmen oder verwerfen?</translation>
+    </message>
+    <message>
+        <source>Accelerometer</source>
+        <translation>Beschleunigungssensor</translation>
+    </message>
+    <message>
+        <source>Compass</source>
+        <translation>Kompass</translation>
+    </message>
+    <message>
+        <source>Orientation Sensor</source>
+        <translation>Lagesensor</translation>
+    </message>
+    <message>
+        <source>Magnetometer</source>
+        <translation>Magnetometer</translation>
+    </message>
+    <message>
+        <source>Gyroscope</source>
+        <translation>Gyroskop</translation>
+    </message>
+    <message>
+        <source>Light Sensor</source>
+        <translation>Lichtsensor</translation>
+    </message>
+    <message>
+        <source>Proximity Sensor</source>
+        <translation>Näherungssensor</translation>
+    </message>
+    <message>
+        <source>Tap Sensor</source>
+        <translation>Klopfsensor</translation>
+    </message>
+    <message>
+        <source>After applying changes, all applications retrieving data from sensors must be restarted.</source>
+        <translation>Nach dem Übernehmen der Änderungen müssen alle Anwendungen, die Sensordaten abrufen, neu gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Übernehmen</translation>
     </message>
 </context>
 <context>
@@ -109,12 +330,67 @@
         <source>Sensors Values</source>
         <translation>Sensorwerte</translation>
     </message>
+    <message>
+        <source>Reset values</source>
+        <translation>Werte zurücksetzen</translation>
+    </message>
 </context>
 <context>
     <name>SmartphoneModelPage</name>
     <message>
         <source>Orientation Management</source>
         <translation>Ausrichtung</translation>
+    </message>
+</context>
+<context>
+    <name>TapSensorControls</name>
+    <message>
+        <source>Undefined</source>
+        <translation>Unbestimmt</translation>
+    </message>
+    <message>
+        <source>X_Both</source>
+        <translation>X, beide</translation>
+    </message>
+    <message>
+        <source>Y_Both</source>
+        <translation>Y, beide</translation>
+    </message>
+    <message>
+        <source>Z_Both</source>
+        <translation>Z, beide</translation>
+    </message>
+    <message>
+        <source>X_Pos</source>
+        <translation>X, positiv</translation>
+    </message>
+    <message>
+        <source>X_Neg</source>
+        <translation>X, negativ</translation>
+    </message>
+    <message>
+        <source>Z_Neg</source>
+        <translation>Z, negativ</translation>
+    </message>
+    <message>
+        <source>Z_Pos</source>
+        <translation>Z, positiv</translation>
+    </message>
+    <message>
+        <source>Y_Pos</source>
+        <translation>Y, positiv</translation>
+    </message>
+    <message>
+        <source>Y_Neg</source>
+        <translation>Y, negativ</translation>
+    </message>
+    <message>
+        <source>Tap Sensor</source>
+        <translation>Klopfsensor</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Richtung</translation>
     </message>
 </context>
 </TS>

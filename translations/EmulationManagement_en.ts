@@ -2,10 +2,58 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>AccelerometerControls</name>
+    <message>
+        <source>Accelerometer</source>
+        <translation>Accelerometer</translation>
+    </message>
+    <message>
+        <source>g</source>
+        <translation>g</translation>
+    </message>
+    <message>
+        <source>m/s</source>
+        <translation>m/s</translation>
+    </message>
+</context>
+<context>
+    <name>AxisSlider</name>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+</context>
+<context>
+    <name>CalibrationLevelSlider</name>
+    <message>
+        <source>Calib. level</source>
+        <translation>Calib. level</translation>
+    </message>
+</context>
+<context>
     <name>CameraManagementPage</name>
     <message>
         <source>Camera Management</source>
         <translation>Camera Management</translation>
+    </message>
+</context>
+<context>
+    <name>CompassControls</name>
+    <message>
+        <source>Compass</source>
+        <translation>Compass</translation>
+    </message>
+    <message>
+        <source>Azimuth</source>
+        <translation>Azimuth</translation>
     </message>
 </context>
 <context>
@@ -97,10 +145,183 @@
     </message>
 </context>
 <context>
+    <name>GyroscopeControls</name>
+    <message>
+        <source>Gyroscope</source>
+        <translation>Gyroscope</translation>
+    </message>
+    <message>
+        <source>deg/s</source>
+        <translation>deg/s</translation>
+    </message>
+</context>
+<context>
+    <name>LightSensorControls</name>
+    <message>
+        <source>Undefined</source>
+        <translation>Undefined</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message>
+        <source>Twilight</source>
+        <translation>Twilight</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message>
+        <source>Bright</source>
+        <translation>Bright</translation>
+    </message>
+    <message>
+        <source>Sunny</source>
+        <translation>Sunny</translation>
+    </message>
+    <message>
+        <source>Light Sensor</source>
+        <translation>Light Sensor</translation>
+    </message>
+    <message>
+        <source>Light level</source>
+        <translation>Light level</translation>
+    </message>
+    <message>
+        <source>lx</source>
+        <translation>lx</translation>
+    </message>
+</context>
+<context>
+    <name>MagneticFieldControls</name>
+    <message>
+        <source>Magnetic Field</source>
+        <translation>Magnetic Field</translation>
+    </message>
+</context>
+<context>
+    <name>MagnetometerControls</name>
+    <message>
+        <source>Magnetometer</source>
+        <translation>Magnetometer</translation>
+    </message>
+</context>
+<context>
+    <name>OrientationSensorControls</name>
+    <message>
+        <source>TopUp</source>
+        <translation>TopUp</translation>
+    </message>
+    <message>
+        <source>TopDown</source>
+        <translation>TopDown</translation>
+    </message>
+    <message>
+        <source>LeftUp</source>
+        <translation>LeftUp</translation>
+    </message>
+    <message>
+        <source>RightUp</source>
+        <translation>RightUp</translation>
+    </message>
+    <message>
+        <source>FaceUp</source>
+        <translation>FaceUp</translation>
+    </message>
+    <message>
+        <source>FaceDown</source>
+        <translation>FaceDown</translation>
+    </message>
+    <message>
+        <source>Orientation Sensor</source>
+        <translation>Orientation Sensor</translation>
+    </message>
+    <message>
+        <source>Orientation</source>
+        <translation>Orientation</translation>
+    </message>
+</context>
+<context>
+    <name>ProximitySensorControls</name>
+    <message>
+        <source>Proximity Sensor</source>
+        <translation>Proximity Sensor</translation>
+    </message>
+    <message>
+        <source>Reflectance</source>
+        <translation>Reflectance</translation>
+    </message>
+    <message>
+        <source>Near</source>
+        <translation>Near</translation>
+    </message>
+    <message>
+        <source>Far</source>
+        <translation>Far</translation>
+    </message>
+</context>
+<context>
+    <name>RotationSensorControls</name>
+    <message>
+        <source>Rotation Sensor</source>
+        <translation>Rotation Sensor</translation>
+    </message>
+</context>
+<context>
     <name>SensorsManagementPage</name>
     <message>
         <source>Sensors Management</source>
         <translation>Sensors Management</translation>
+    </message>
+    <message>
+        <source>The sensor configuration has been changed. Apply or discard changes?</source>
+        <translation>The sensor configuration has been changed. Apply or discard changes?</translation>
+    </message>
+    <message>
+        <source>Accelerometer</source>
+        <translation>Accelerometer</translation>
+    </message>
+    <message>
+        <source>Compass</source>
+        <translation>Compass</translation>
+    </message>
+    <message>
+        <source>Orientation Sensor</source>
+        <translation>Orientation Sensor</translation>
+    </message>
+    <message>
+        <source>Magnetometer</source>
+        <translation>Magnetometer</translation>
+    </message>
+    <message>
+        <source>Gyroscope</source>
+        <translation>Gyroscope</translation>
+    </message>
+    <message>
+        <source>Light Sensor</source>
+        <translation>Light Sensor</translation>
+    </message>
+    <message>
+        <source>Proximity Sensor</source>
+        <translation>Proximity Sensor</translation>
+    </message>
+    <message>
+        <source>Tap Sensor</source>
+        <translation>Tap Sensor</translation>
+    </message>
+    <message>
+        <source>After applying changes, all applications retrieving data from sensors must be restarted.</source>
+        <translation>After applying changes, all applications retrieving data from sensors must be restarted.</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Apply</translation>
     </message>
 </context>
 <context>
@@ -109,12 +330,67 @@
         <source>Sensors Values</source>
         <translation>Sensors Values</translation>
     </message>
+    <message>
+        <source>Reset values</source>
+        <translation>Reset values</translation>
+    </message>
 </context>
 <context>
     <name>SmartphoneModelPage</name>
     <message>
         <source>Orientation Management</source>
         <translation>Orientation Management</translation>
+    </message>
+</context>
+<context>
+    <name>TapSensorControls</name>
+    <message>
+        <source>Undefined</source>
+        <translation>Undefined</translation>
+    </message>
+    <message>
+        <source>X_Both</source>
+        <translation>X_Both</translation>
+    </message>
+    <message>
+        <source>Y_Both</source>
+        <translation>Y_Both</translation>
+    </message>
+    <message>
+        <source>Z_Both</source>
+        <translation>Z_Both</translation>
+    </message>
+    <message>
+        <source>X_Pos</source>
+        <translation>X_Pos</translation>
+    </message>
+    <message>
+        <source>X_Neg</source>
+        <translation>X_Neg</translation>
+    </message>
+    <message>
+        <source>Z_Neg</source>
+        <translation>Z_Neg</translation>
+    </message>
+    <message>
+        <source>Z_Pos</source>
+        <translation>Z_Pos</translation>
+    </message>
+    <message>
+        <source>Y_Pos</source>
+        <translation>Y_Pos</translation>
+    </message>
+    <message>
+        <source>Y_Neg</source>
+        <translation>Y_Neg</translation>
+    </message>
+    <message>
+        <source>Tap Sensor</source>
+        <translation>Tap Sensor</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Direction</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# usage: translations.sh LUPDATE
+# Every text of the plugin is translated, and no translation is left of a text that is gone.
+set -euo pipefail
+lupdate=$1
+project=$(cd "$(dirname "$0")/../.." && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+sources() { grep -o '<source>.*' "$1" | sort; }
+
+status=0
+for committed in "$project"/translations/*.ts; do
+    fresh=$scratch/$(basename "$committed")
+    cp "$committed" "$fresh"
+    "$lupdate" -silent -locations none -no-obsolete "$project/src" -ts "$fresh"
+    if ! diff <(sources "$committed") <(sources "$fresh"); then
+        echo "$(basename "$committed") is not up to date: see translations/CMakeLists.txt" >&2
+        status=1
+    fi
+    if grep -n 'type="unfinished"' "$committed"; then
+        echo "$(basename "$committed") is not complete" >&2
+        status=1
+    fi
+done
+exit "$status"
