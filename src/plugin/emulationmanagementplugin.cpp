@@ -217,13 +217,19 @@ void EmulationManagementPlugin::showEmulationManagementView()
     if (m_emulatorRunning) {
         Q_EMIT emulationManagementViewShowed();
         if (m_packagesChecked)
-            m_view.show();
+            showView();
         else
             checkEmulationPackages();
     } else if (m_emulator) { // it may have gone while the ports were forwarded
         m_emulator->virtualMachine()->connectTo({}, this, Tarn::IgnoreAsynchronousReturn);
         m_connectionRequested = true;
     }
+}
+
+void EmulationManagementPlugin::showView()
+{
+    m_view.show();
+    m_view.raise(); // it may show already, behind the IDE
 }
 
 void EmulationManagementPlugin::showMessageBox(
@@ -346,7 +352,7 @@ void EmulationManagementPlugin::handlePackagesChecked(const QString &message, co
     } else {
         m_packagesChecked = true;
         m_remoteDBusInvokerService.connectToEmulator();
-        m_view.show();
+        showView();
     }
     // Each check connects anew.
     m_packagesChecker.disconnect();

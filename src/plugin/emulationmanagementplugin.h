@@ -54,6 +54,7 @@ private:
     void setupMenuAction();
 
     void showEmulationManagementView();
+    void showView();
     void showMessageBox(
         const QString &text, const QString &informativeText, const QFlags<QMessageBox::StandardButton> &buttons);
 

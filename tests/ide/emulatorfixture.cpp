@@ -75,10 +75,13 @@ void EmulatorFixture::stopServices()
 {
     if (m_services.state() == QProcess::NotRunning)
         return;
+    // The invoker says goodbye to its client, which is in this process: events must go on.
     m_services.terminate();
-    if (!m_services.waitForFinished(10'000))
+    if (!QTest::qWaitFor([this] { return m_services.state() == QProcess::NotRunning; }, 10'000)) {
+        qWarning("The services do not end.");
         m_services.kill();
-    m_services.waitForFinished();
+        m_services.waitForFinished();
+    }
 }
 
 int EmulatorFixture::connections() const
