@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What the plugin costs an IDE: the real one, with all the plugins that it brings, starts with and without ours by turns.
+"""What the plugin costs an IDE: the real one, with all the plugins that it brings and the SDK's, starts with and without
+ours by turns.
 
 usage: bench_ide.py BUILD-DIR
 """
@@ -21,9 +22,9 @@ AIM_MEMORY_MIB = 45
 def start(build, home, with_plugin):
     """Seconds until the IDE is up, and its proportional set size in KiB."""
     command = [build / "ide/bin/qtcreator", "-settingspath", home / "settings",
-               "-pluginpath", build / "tests/bench/ide/plugins"]
-    if with_plugin:
-        command += ["-pluginpath", build / "lib/qtcreator/plugins", "-noload", "tarnplugin"]
+               "-pluginpath", build / "tests/bench/ide/plugins", "-pluginpath", build / "lib/qtcreator/plugins"]
+    if not with_plugin:
+        command += ["-noload", "emulationmanagement"]
     environment = dict(os.environ, HOME=str(home), XDG_CONFIG_HOME=str(home / "config"),
                        XDG_CACHE_HOME=str(home / "cache"), XDG_DATA_HOME=str(home / "data"))
     begin = time.monotonic()
@@ -43,6 +44,9 @@ def main():
     runs = 15 if "EMULATIONMANAGEMENT_LONG_RUN" in os.environ else 5
     with tempfile.TemporaryDirectory() as directory:
         home = pathlib.Path(directory)
+        settings = home / "settings/QtProject/QtCreator.ini"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[Tarn]\nConnectionUri=test:///default\n", encoding="utf-8")
         for with_plugin in (False, True):  # caches and settings of a first start
             start(build, home, with_plugin)
         without, with_it = [], []
