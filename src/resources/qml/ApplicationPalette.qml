@@ -10,23 +10,57 @@ import QtQuick
 Item {
     id: root
 
-    readonly property list<string> roles: ["accent", "alternateBase", "base", "button", "buttonText", "dark", "highlight", "highlightedText", "light", "mid", "midlight", "placeholderText", "shadow", "text", "window", "windowText"]
-
+    // As a whole: each write to a window's palette goes through all its items.
     function apply() {
-        if (!Window.window)
-            return;
-        for (const role of roles) {
-            Window.window.palette[role] = activePalette[role];
-            Window.window.palette.disabled[role] = disabledPalette[role];
-        }
+        if (Window.window)
+            Window.window.palette = applicationPalette;
     }
 
     Window.onWindowChanged: apply()
 
+    Palette {
+        id: applicationPalette
+
+        accent: activePalette.accent
+        alternateBase: activePalette.alternateBase
+        base: activePalette.base
+        button: activePalette.button
+        buttonText: activePalette.buttonText
+        dark: activePalette.dark
+        highlight: activePalette.highlight
+        highlightedText: activePalette.highlightedText
+        light: activePalette.light
+        mid: activePalette.mid
+        midlight: activePalette.midlight
+        placeholderText: activePalette.placeholderText
+        shadow: activePalette.shadow
+        text: activePalette.text
+        window: activePalette.window
+        windowText: activePalette.windowText
+        disabled {
+            accent: disabledPalette.accent
+            alternateBase: disabledPalette.alternateBase
+            base: disabledPalette.base
+            button: disabledPalette.button
+            buttonText: disabledPalette.buttonText
+            dark: disabledPalette.dark
+            highlight: disabledPalette.highlight
+            highlightedText: disabledPalette.highlightedText
+            light: disabledPalette.light
+            mid: disabledPalette.mid
+            midlight: disabledPalette.midlight
+            placeholderText: disabledPalette.placeholderText
+            shadow: disabledPalette.shadow
+            text: disabledPalette.text
+            window: disabledPalette.window
+            windowText: disabledPalette.windowText
+        }
+    }
+
     SystemPalette {
         id: activePalette
 
-        onPaletteChanged: root.apply()
+        onPaletteChanged: Qt.callLater(root.apply)
     }
 
     SystemPalette {
