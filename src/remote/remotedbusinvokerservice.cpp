@@ -7,6 +7,7 @@
 
 #include <QStringBuilder>
 #include <QUrl>
+#include <QWebSocket>
 
 using namespace Qt::StringLiterals;
 
@@ -34,26 +35,33 @@ QString requestFrame(
 
 RemoteDBusInvokerService::RemoteDBusInvokerService(QObject *parent)
     : QObject(parent)
-    , m_webSocket(QString(), QWebSocketProtocol::Version13, nullptr)
 {
-    connect(&m_webSocket, &QWebSocket::connected, this, &RemoteDBusInvokerService::webSocketConnected);
-    connect(&m_webSocket, &QWebSocket::disconnected, this, &RemoteDBusInvokerService::webSocketDisconnected);
-    // A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
-    connect(&m_webSocket, &QWebSocket::disconnected, this, &RemoteDBusInvokerService::connectToEmulator);
-    connect(&m_webSocket, &QWebSocket::textMessageReceived, this, &RemoteDBusInvokerService::replyReceived);
 }
 
 RemoteDBusInvokerService::~RemoteDBusInvokerService()
 {
     // A socket that closes while it is destroyed must not be opened again.
-    m_webSocket.disconnect(this);
+    if (m_webSocket)
+        m_webSocket->disconnect(this);
+}
+
+void RemoteDBusInvokerService::createWebSocket()
+{
+    m_webSocket = std::make_unique<QWebSocket>(QString(), QWebSocketProtocol::Version13);
+    connect(m_webSocket.get(), &QWebSocket::connected, this, &RemoteDBusInvokerService::webSocketConnected);
+    connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::webSocketDisconnected);
+    // A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
+    connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::connectToEmulator);
+    connect(m_webSocket.get(), &QWebSocket::textMessageReceived, this, &RemoteDBusInvokerService::replyReceived);
 }
 
 void RemoteDBusInvokerService::connectToEmulator()
 {
+    if (!m_webSocket)
+        createWebSocket();
     const QUrl url(u"ws://127.0.0.1:%1"_s.arg(hostTcpPort));
     qCDebug(remoteLog) << "Connecting to" << url;
-    m_webSocket.open(url);
+    m_webSocket->open(url);
 }
 
 void RemoteDBusInvokerService::callDBusMethod(
@@ -64,9 +72,11 @@ void RemoteDBusInvokerService::callDBusMethod(
     const QString &method,
     const QString &arguments)
 {
+    if (!m_webSocket)
+        return;
     const QString request = requestFrame(bus, service, object, interface, method, arguments);
     qCDebug(remoteLog) << "Request:" << request;
-    m_webSocket.sendTextMessage(request);
+    m_webSocket->sendTextMessage(request);
 }
 
 } // namespace EmulationManagement::Internal

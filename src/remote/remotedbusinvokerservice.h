@@ -5,7 +5,12 @@
 
 #include <QObject>
 #include <QString>
-#include <QWebSocket>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QWebSocket;
+QT_END_NAMESPACE
 
 namespace EmulationManagement::Internal {
 
@@ -43,7 +48,10 @@ Q_SIGNALS:
     void replyReceived(const QString &reply);
 
 private:
-    QWebSocket m_webSocket;
+    void createWebSocket();
+
+    // Made for the first connection: it loads the TLS library, which the start of the IDE need not wait for.
+    std::unique_ptr<QWebSocket> m_webSocket;
 };
 
 } // namespace EmulationManagement::Internal
