@@ -37,22 +37,27 @@ function dependentSensorsEnabledHandler(checked, sensorName) {
     }
 }
 
+// Each look at one of the manager's maps copies it: the functions below take it once.
+
 function updateSensorsControlsVisibility() {
+    const availability = sensorsEmulationManager.sensorsAvailability;
     for (const control of sensorsControlsIds)
-        control.visible = sensorsEmulationManager.sensorsAvailability[control.sensorName];
+        control.visible = availability[control.sensorName];
 }
 
 function updateSensorsControlsEnabledState() {
+    const enabledStates = sensorsEmulationManager.sensorsEnabledStates;
     for (const control of sensorsControlsIds)
-        control.controlsEnabled = sensorsEmulationManager.sensorsEnabledStates[control.sensorName];
+        control.controlsEnabled = enabledStates[control.sensorName];
 }
 
 function updateSensorsControlsCheckedState() {
+    const enabledStates = sensorsEmulationManager.sensorsEnabledStates;
     for (const control of sensorsControlsIds)
-        control.checked = sensorsEmulationManager.sensorsEnabledStates[control.sensorName];
+        control.checked = enabledStates[control.sensorName];
 }
 
 function sensorsStatesHasChanged() {
-    return sensorsControlsIds.some(
-        control => control.checked !== sensorsEmulationManager.sensorsEnabledStates[control.sensorName]);
+    const enabledStates = sensorsEmulationManager.sensorsEnabledStates;
+    return sensorsControlsIds.some(control => control.checked !== enabledStates[control.sensorName]);
 }
