@@ -28,6 +28,7 @@
 #include <QLocale>
 #include <QMainWindow>
 #include <QQmlContext>
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QTranslator>
 #include <QUrl>
@@ -194,7 +195,10 @@ void EmulationManagementPlugin::setupMenuAction()
 
 void EmulationManagementPlugin::showEmulationManagementView()
 {
-    if (!m_emulator) {
+    if (m_addingPortForwarding) // asked for again meanwhile: the first request goes on and does it all
+        return;
+    const QPointer<Tarn::Emulator> emulator = m_emulator;
+    if (!emulator) {
         showMessageBox(
             tr("The emulation management plugin cannot be used. Please, close the emulator if it is running and add %1 "
                "Emulator to the list of available devices in Qt Creator settings.")
@@ -204,7 +208,7 @@ void EmulationManagementPlugin::showEmulationManagementView()
         return;
     }
 
-    const bool off = m_emulator->virtualMachine()->isOff();
+    const bool off = emulator->virtualMachine()->isOff();
     if (off) {
         m_view.hide();
         m_packagesChecked = false;
@@ -213,6 +217,10 @@ void EmulationManagementPlugin::showEmulationManagementView()
 
     if (!setUpPortForwarding())
         return;
+    if (!emulator || m_emulator != emulator) { // it went while the rules were added: start over with what is there now
+        showEmulationManagementView();
+        return;
+    }
 
     if (m_emulatorRunning) {
         Q_EMIT emulationManagementViewShowed();
@@ -220,8 +228,8 @@ void EmulationManagementPlugin::showEmulationManagementView()
             showView();
         else
             checkEmulationPackages();
-    } else if (m_emulator) { // it may have gone while the ports were forwarded
-        m_emulator->virtualMachine()->connectTo({}, this, Tarn::IgnoreAsynchronousReturn);
+    } else {
+        emulator->virtualMachine()->connectTo({}, this, Tarn::IgnoreAsynchronousReturn);
         m_connectionRequested = true;
     }
 }
@@ -294,14 +302,16 @@ bool EmulationManagementPlugin::setUpPortForwarding()
         return false;
     }
 
-    const auto addRule = [this](const QString &name, const QString &protocol, quint16 hostPort, quint16 emulatorPort) {
-        if (!m_emulator) // it may have gone while the rule before was added
+    const QScopedValueRollback adding(m_addingPortForwarding, true);
+    const QPointer<Tarn::Emulator> emulator = m_emulator;
+    const auto addRule = [&](const QString &name, const QString &protocol, quint16 hostPort, quint16 emulatorPort) {
+        if (!emulator) // it may have gone while the rule before was added
             return;
         bool added = false; // a failure shows itself: the channel does not come up
         Tarn::execAsynchronous(
             added,
             &Tarn::VirtualMachine::addPortForwarding,
-            m_emulator->virtualMachine(),
+            emulator->virtualMachine(),
             name,
             protocol,
             hostPort,
@@ -347,15 +357,15 @@ void EmulationManagementPlugin::checkEmulationPackages()
 
 void EmulationManagementPlugin::handlePackagesChecked(const QString &message, const QString &detailedText)
 {
+    // Each check connects anew, also one that starts while the message box shows.
+    m_packagesChecker.disconnect();
     if (!message.isEmpty()) {
         showMessageBox(message, detailedText, QMessageBox::Close);
-    } else {
-        m_packagesChecked = true;
-        m_remoteDBusInvokerService.connectToEmulator();
-        showView();
+        return;
     }
-    // Each check connects anew.
-    m_packagesChecker.disconnect();
+    m_packagesChecked = true;
+    m_remoteDBusInvokerService.connectToEmulator();
+    showView();
 }
 
 void EmulationManagementPlugin::updateSensorsConfiguration(const QString &deviceModelName)

@@ -80,6 +80,8 @@ private:
     bool m_emulatorRunning = false;
     bool m_packagesChecked = false;
     bool m_connectionRequested = false;
+    // Events are delivered while a rule is added, the menu action's among them.
+    bool m_addingPortForwarding = false;
     QMap<QString, SensorsConfiguration> m_emulatorModesSensorsConfigurations;
     EmulationManagementPackagesChecker m_packagesChecker;
 };

@@ -12,10 +12,13 @@
 #include <tarn/sdk.h>
 #include <tarn/virtualmachine.h>
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QMainWindow>
 #include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -69,6 +72,8 @@ private Q_SLOTS:
     void openingAgainOnlyShows();
     void poweringOffHidesAndChecksAgain();
     void poweringOffWhileCheckingFails();
+    void checkStartedUnderAMessageBoxCounts();
+    void choosingAgainWhileRulesAreAddedDoesNothing();
     void completeRulesAreKept();
     void incompleteRulesAreAddedTogether();
     void connectionsAccumulate();
@@ -322,6 +327,47 @@ void tst_OpenView::poweringOffWhileCheckingFails()
     QTRY_COMPARE_WITH_TIMEOUT(m_user.seen().size(), 1, deadline);
     QVERIFY(!view()->isVisible());
     QCOMPARE(m_fixture->connections(), 0);
+}
+
+// A second opening while the machine boots fails; its message still shows when the machine is up and is checked.
+void tst_OpenView::checkStartedUnderAMessageBoxCounts()
+{
+    openView();
+    QTRY_VERIFY_WITH_TIMEOUT(!m_machine->isOff(), deadline);
+
+    m_user.answer([this](QMessageBox *box) {
+        m_fixture->ssh().holdAnswers(true);
+        QVERIFY(m_fixture->startSsh());
+        QTRY_COMPARE_WITH_TIMEOUT(m_fixture->ssh().commands().size(), 1, deadline);
+        box->button(QMessageBox::Close)->click();
+    });
+    openView();
+    QTRY_COMPARE_WITH_TIMEOUT(m_user.seen().size(), 1, deadline);
+    QTRY_VERIFY_WITH_TIMEOUT(!QApplication::activeModalWidget(), deadline);
+    QVERIFY(!view()->isVisible());
+
+    m_fixture->ssh().holdAnswers(false);
+    QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
+    QCOMPARE(m_user.seen().size(), 1);
+}
+
+void tst_OpenView::choosingAgainWhileRulesAreAddedDoesNothing()
+{
+    QVERIFY(m_fixture->startSsh());
+    QSignalSpy showedSpy(plugin(), SIGNAL(emulationManagementViewShowed()));
+    bool chosenAgain = false;
+    QTimer::singleShot(0, this, [&chosenAgain] { // runs in the event loop that waits for the first rule
+        openView();
+        chosenAgain = true;
+    });
+    openView();
+    QVERIFY(chosenAgain);
+    QVERIFY(hasRule(m_machine, 5454, u"emulationmanagementtcp"_s));
+    QVERIFY(hasRule(m_machine, 34343, u"emulationmanagementudp"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
+    QCOMPARE(m_fixture->ssh().commands(), QStringList{u"rpm -qa"_s});
+    QCOMPARE(m_user.seen().size(), 0);
+    QCOMPARE(showedSpy.size(), 0);
 }
 
 void tst_OpenView::completeRulesAreKept()
