@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What a user of the view waits for: a slider's step, by a key, until its frame is at the other end, next to the same
+// What a user of the view waits for: a slider's step, from the mouse's move to the frame on the wire, next to the same
 // frames through a bare socket; and a page, from the click on its button to its picture. And what both leave in memory.
 
 #include "remote/remotedbusinvokerservice.h"
@@ -32,7 +32,7 @@ using EmulationManagement::Internal::RemoteDBusInvokerService;
 
 namespace {
 
-constexpr int stepsPerRound = 100;
+constexpr int stepsPerRound = 1000;
 constexpr int patience = 60'000; // ms
 
 [[noreturn]] void fail(const char *text)
@@ -48,6 +48,20 @@ double quantile(std::vector<double> values, double part)
     return *place;
 }
 
+double milliseconds(const QElapsedTimer &timer)
+{
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+/// Milliseconds of one step or send: until the call returns, with the frame in the socket, and until the other end has
+/// it.
+struct StepTimes
+{
+    double call = 0;
+    double arrival = 0;
+    int frames = 0;
+};
+
 class Bench
 {
 public:
@@ -62,7 +76,6 @@ public:
         m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
         m_view.show();
         m_view.requestActivate();
-        QObject::connect(&m_view, &QQuickWindow::frameSwapped, &m_view, [this] { ++m_pictures; });
         if (!m_view.rootObject() || !QTest::qWaitForWindowActive(&m_view, patience))
             fail("no view");
 
@@ -70,28 +83,49 @@ public:
         if (!QTest::qWaitFor([this] { return m_bare.isValid(); }, patience))
             fail("no connection");
         m_host.invoker()->takeFrames();
-        m_bare.sendTextMessage(u"hello"_s);
-        awaitFrames(1);
-        m_host.invoker()->takeFrames();
     }
 
-    /// Steps up to the round's end and back, and gives the milliseconds of each of them, events and pictures included.
-    double moveSlider()
+    /// Drags the handle of a slider to and fro, one pixel a step.
+    StepTimes dragSlider()
     {
-        QQuickItem *slider = item(u"slider"_s, item(u"xSlider"_s, item(u"accelerometerControls"_s)));
-        slider->forceActiveFocus();
-        return round(
-            [this](int step) { QTest::keyClick(&m_view, step < stepsPerRound / 2 ? Qt::Key_Right : Qt::Key_Left); });
+        const QQuickItem *slider = item(u"slider"_s, item(u"xSlider"_s, item(u"accelerometerControls"_s)));
+        const QPoint left = slider->mapToScene(QPointF(20, slider->height() / 2)).toPoint();
+        const int way = int(slider->width()) - 40;
+        const auto place = [&](int step) {
+            const int x = step % (2 * way);
+            return left + QPoint(x < way ? x : 2 * way - x, 0);
+        };
+        QTest::mousePress(&m_view, Qt::LeftButton, {}, place(0));
+        m_host.invoker()->takeFrames(); // the press is a step itself where the handle was elsewhere
+        const StepTimes times = round([&](int step) { moveMouse(place(step + 1)); });
+        QTest::mouseRelease(&m_view, Qt::LeftButton, {}, place(stepsPerRound));
+        return times;
     }
 
-    /// The same frames without the view.
-    double sendBare()
+    /// The same number of steps without the view: the manager with its models, or only the channel, or a bare socket.
+    StepTimes callManager()
     {
-        const QStringList frames = roundOfFrames();
-        return round([&](int step) { m_bare.sendTextMessage(frames.at(step)); });
+        return round([this](int step) { m_host.sensors()->setAccelerometerX(step); });
     }
 
-    /// Shows the pages one after another, again and again; milliseconds of each change.
+    StepTimes callChannel()
+    {
+        const QString name = u"ru.kelo.SensorfwEmulationManagement"_s;
+        const QString object = u"/ru/kelo/SensorfwEmulationManagement"_s;
+        return round([&](int step) {
+            m_host.channel()->callDBusMethod(
+                u"system"_s, name, object, name, u"setAccelerometerX"_s, u"int32:%1"_s.arg(step));
+        });
+    }
+
+    StepTimes sendBare()
+    {
+        const QString frame = u"system ru.kelo.SensorfwEmulationManagement /ru/kelo/SensorfwEmulationManagement "
+                              "ru.kelo.SensorfwEmulationManagement setAccelerometerX int32:%1"_s;
+        return round([&](int step) { m_bare.sendTextMessage(frame.arg(step)); });
+    }
+
+    /// Shows the pages one after another, again and again; milliseconds of each change with its picture.
     std::vector<double> switchPages(int count)
     {
         // Not from the values to the phone model: that asks the user.
@@ -107,13 +141,13 @@ public:
             const QQuickItem *button = item(page + u"Button"_s);
             const QPoint center = button->mapToScene(button->boundingRect().center()).toPoint();
             QCoreApplication::processEvents();
-            const int before = m_pictures;
             QElapsedTimer timer;
             timer.start();
             QTest::mouseClick(&m_view, Qt::LeftButton, {}, center);
-            if (!await([&] { return m_pictures > before; }) || !item(page + u"Page"_s)->isVisible())
+            const bool drawn = !m_view.grabWindow().isNull();
+            times.push_back(milliseconds(timer));
+            if (!drawn || !item(page + u"Page"_s)->isVisible())
                 fail("a page did not appear");
-            times.push_back(double(timer.nsecsElapsed()) / 1e6);
         }
         return times;
     }
@@ -129,9 +163,6 @@ public:
             fail("no numbers of memory");
         return statm.readAll().split(' ').at(1).toDouble() * double(sysconf(_SC_PAGESIZE)) / 1024;
     }
-
-    /// Frames at the other end so far.
-    qsizetype frames() const { return m_frames; }
 
 private:
     QQuickItem *item(const QString &name) { return item(name, m_view.rootObject()); }
@@ -157,59 +188,97 @@ private:
         return nullptr;
     }
 
-    /// Waits without the pauses of a polling wait.
-    template<typename Condition>
-    static bool await(const Condition &condition)
+    /// Delivered at once, and nothing else with it: drawing is no part of a step.
+    void moveMouse(const QPoint &place)
     {
-        const QDeadlineTimer deadline(patience);
-        while (!condition()) {
-            if (deadline.hasExpired())
-                return false;
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return true;
+        QMouseEvent event(
+            QEvent::MouseMove, place, m_view.mapToGlobal(place), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_view, &event);
     }
 
-    void awaitFrames(int count)
-    {
-        if (!await([&] { return m_host.invoker()->arrived() >= count; }))
-            fail("frames were lost");
-    }
-
-    static QStringList roundOfFrames()
-    {
-        QStringList frames;
-        for (int step = 0; step < stepsPerRound; ++step) {
-            const int value = step < stepsPerRound / 2 ? step + 1 : stepsPerRound - step - 1;
-            frames.append(u"system ru.kelo.SensorfwEmulationManagement /ru/kelo/SensorfwEmulationManagement "
-                          "ru.kelo.SensorfwEmulationManagement setAccelerometerX int32:%1"_s.arg(value));
-        }
-        return frames;
-    }
-
+    /// Every step is a frame, no more and no less.
     template<typename Step>
-    double round(const Step &step)
+    StepTimes round(const Step &step)
     {
+        m_host.invoker()->takeFrames();
         QElapsedTimer timer;
         timer.start();
-        for (int i = 0; i < stepsPerRound; ++i) {
+        for (int i = 0; i < stepsPerRound; ++i)
             step(i);
-            awaitFrames(i + 1);
-        }
-        const double time = double(timer.nsecsElapsed()) / 1e6 / stepsPerRound;
-        const QStringList frames = m_host.invoker()->takeFrames();
-        m_frames += frames.size();
-        if (frames != roundOfFrames())
-            fail("the frames are not those of the steps");
-        return time;
+        StepTimes times;
+        times.call = milliseconds(timer) / stepsPerRound;
+        const QDeadlineTimer deadline(patience);
+        while (m_host.invoker()->arrived() < stepsPerRound && !deadline.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
+        times.arrival = milliseconds(timer) / stepsPerRound;
+        times.frames = int(m_host.invoker()->takeFrames().size());
+        if (times.frames != stepsPerRound)
+            fail("the frames are not as many as the steps");
+        return times;
     }
 
     TestView::ViewHost m_host;
     QQuickView m_view;
     QWebSocket m_bare;
-    int m_pictures = 0;
-    qsizetype m_frames = 0;
 };
+
+struct Series
+{
+    void add(const StepTimes &times)
+    {
+        calls.push_back(times.call);
+        arrivals.push_back(times.arrival);
+        frames = times.frames;
+    }
+    double call() const { return quantile(calls, 0.5); }
+    double arrival() const { return quantile(arrivals, 0.5); }
+
+    std::vector<double> calls;
+    std::vector<double> arrivals;
+    int frames = 0;
+};
+
+void measureSteps(Bench &bench, int rounds)
+{
+    Series step;
+    Series manager;
+    Series channel;
+    Series bare;
+    for (int i = 0; i < rounds; ++i) {
+        step.add(bench.dragSlider());
+        manager.add(bench.callManager());
+        channel.add(bench.callChannel());
+        bare.add(bench.sendBare());
+    }
+    std::printf("frames of %d slider steps: %d (aim %d)\n", stepsPerRound, step.frames, stepsPerRound);
+    std::printf("slider step: %.4f ms (aim under 0.15)\n", step.call());
+    std::printf("  of which mouse and slider: %.4f ms (no aim)\n", step.call() - manager.call());
+    std::printf("  of which manager, models and what shows them: %.4f ms (no aim)\n", manager.call() - channel.call());
+    std::printf("  of which channel: %.4f ms (no aim)\n", channel.call());
+    std::printf("slider step / bare send: %.1f (no aim)\n", step.call() / bare.call());
+    std::printf("slider step / bare send, both to the other end: %.1f (no aim)\n", step.arrival() / bare.arrival());
+}
+
+void measurePages(Bench &bench, int count)
+{
+    const std::vector<double> switches = bench.switchPages(count);
+    std::printf("page switch with its picture, median: %.2f ms (aim under 16.7)\n", quantile(switches, 0.5));
+    std::printf(
+        "page switch with its picture, 95 of 100 at most: %.2f ms (aim under 16.7)\n", quantile(switches, 0.95));
+}
+
+void measureMemory(Bench &bench, int steps, int switches)
+{
+    const double before = bench.memory();
+    for (int i = 0; i < steps; i += stepsPerRound)
+        bench.dragSlider();
+    const double afterSteps = bench.memory();
+    bench.switchPages(switches);
+    const double afterSwitches = bench.memory();
+    std::printf("memory growth over %d slider steps: %.0f KiB (aim under 1024)\n", steps, afterSteps - before);
+    std::printf(
+        "memory growth over %d page switches: %.0f KiB (aim under 1024)\n", switches, afterSwitches - afterSteps);
+}
 
 } // namespace
 
@@ -221,40 +290,11 @@ int main(int argc, char *argv[])
     Bench bench;
     bench.switchPages(10); // every page has been shown, and the warm-up ends at the camera page
     bench.switchPages(2);  // on the values
-    bench.moveSlider();
-    bench.sendBare();
+    bench.dragSlider();
 
-    std::vector<double> steps;
-    std::vector<double> bare;
-    qsizetype frames = 0;
-    for (int i = 0; i < 1000 / stepsPerRound; ++i) {
-        const qsizetype earlier = bench.frames();
-        steps.push_back(bench.moveSlider());
-        frames += bench.frames() - earlier;
-        bare.push_back(bench.sendBare());
-    }
-    std::printf("frames of 1000 slider steps: %d (aim 1000)\n", int(frames));
-    std::printf("slider step to the other end: %.3f ms (aim under 16.7)\n", quantile(steps, 0.5));
-    std::printf(
-        "slider step / bare send, both to the other end: %.2f (no aim)\n", quantile(steps, 0.5) / quantile(bare, 0.5));
-
-    const std::vector<double> switches = bench.switchPages(longRun ? 200 : 50);
-    std::printf("page switch, median: %.2f ms (aim under 16.7)\n", quantile(switches, 0.5));
-    std::printf("page switch, 95 of 100 at most: %.2f ms (aim under 16.7)\n", quantile(switches, 0.95));
-
-    const int rounds = (longRun ? 10'000 : 1000) / stepsPerRound;
+    measureSteps(bench, longRun ? 20 : 3);
+    measurePages(bench, longRun ? 200 : 50);
     bench.switchPages(2);
-    const double before = bench.memory();
-    for (int i = 0; i < rounds; ++i)
-        bench.moveSlider();
-    const double afterSteps = bench.memory();
-    bench.switchPages(longRun ? 200 : 50);
-    const double afterSwitches = bench.memory();
-    std::printf(
-        "memory growth over %d slider steps: %.0f KiB (aim under 1024)\n", rounds * stepsPerRound, afterSteps - before);
-    std::printf(
-        "memory growth over %d page switches: %.0f KiB (aim under 1024)\n",
-        longRun ? 200 : 50,
-        afterSwitches - afterSteps);
+    measureMemory(bench, 10'000, 200);
     return EXIT_SUCCESS;
 }
