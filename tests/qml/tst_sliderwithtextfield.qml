@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
+import QtQuick.Controls
 import QtTest
 import "qrc:/emulationmanagement/qml"
 
@@ -164,6 +165,43 @@ TestCase {
         compare(spy.count, 0);
     }
 
+    function test_anotherWindowTakesTheKeys() {
+        type("1.25");
+        const other = createTemporaryObject(otherWindowComponent, null);
+        other.requestActivate();
+        tryCompare(other, "active", true);
+        compare(field.activeFocus, false);
+        compare(spy.count, 0);
+        other.close();
+        root.Window.window.requestActivate();
+        tryCompare(field, "activeFocus", true);
+        compare(field.text, "1.25");
+        slider.forceActiveFocus();
+        compare(spy.count, 1);
+        compare(row.value, 1250);
+    }
+
+    function test_popupTakesTheKeys() {
+        type("1.25");
+        const popup = createTemporaryObject(popupComponent, root);
+        popup.open();
+        tryCompare(popup, "opened", true);
+        compare(field.activeFocus, false);
+        compare(spy.count, 0);
+        popup.close();
+        tryCompare(field, "activeFocus", true);
+        compare(spy.count, 0);
+        compare(field.text, "1.25");
+    }
+
+    function test_keysStepFromWhereTheValueIs() {
+        row.value = 1145.9155902616465;
+        slider.forceActiveFocus();
+        keyClick(Qt.Key_Right);
+        compare(spy.count, 1);
+        fuzzyCompare(row.value, 1145.9155902616465 + 10, 1e-6);
+    }
+
     function test_arrowKeysMeetZeroExactly() {
         row.value = 30;
         slider.forceActiveFocus(Qt.TabFocusReason);
@@ -203,6 +241,25 @@ TestCase {
         id: spy
 
         signalName: "sliderSubmited"
+    }
+
+    Component {
+        id: otherWindowComponent
+
+        Window {
+            visible: true
+            width: 100
+            height: 100
+        }
+    }
+
+    Component {
+        id: popupComponent
+
+        Popup {
+            focus: true
+            modal: true
+        }
     }
 
     Component {

@@ -47,8 +47,7 @@ Item {
 
     function submitSliderValue() {
         // Arrow keys add up steps; without this a row of them would miss zero by a rounding error.
-        const steps = Math.round((slider.value - minValue) / stepSize);
-        value = (minValue + steps * stepSize) * resultValueMultiplier;
+        value = Number(slider.value.toFixed(9)) * resultValueMultiplier;
         sliderSubmited(value);
     }
 
@@ -92,6 +91,7 @@ Item {
         snapMode: Slider.SnapAlways
         value: root.value / root.resultValueMultiplier
         Accessible.name: root.accessibleName
+        Accessible.description: root.valueUnits
         Component.onCompleted: root.showSliderValue()
         onValueChanged: root.showSliderValue()
         onMoved: root.submitSliderValue()
@@ -117,9 +117,11 @@ Item {
             notation: TextFieldDoubleValidator.StandardNotation
         }
         Accessible.name: root.accessibleName
+        Accessible.description: root.valueUnits
         onAccepted: root.submitText()
         onActiveFocusChanged: {
-            if (activeFocus)
+            // Another window or a popup has the keys for a while only; the field is where they come back to.
+            if (activeFocus || focusReason === Qt.ActiveWindowFocusReason || focusReason === Qt.PopupFocusReason)
                 return;
             // Edited or not; what is no number gives way to the slider's.
             if (acceptableInput)
