@@ -72,6 +72,7 @@ Rectangle {
         withDoNotShowAgainCheckBox: true
         onAccepted: doNotShowAgain => {
             const callback = acceptedCallback;
+            acceptedCallback = null;
             if (callback)
                 callback();
             settingsManager.saveDoNotShowAgainResetSensorsDialog(doNotShowAgain);

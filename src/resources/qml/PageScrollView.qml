@@ -5,6 +5,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Templates as T
 
 // A page's content, with scroll bars where the window is too small. Moving the focus by keys brings it into view.
 ScrollView {
@@ -26,10 +27,18 @@ ScrollView {
         return false;
     }
 
+    // What the mouse presses must not move from under it.
+    function isFocusedByKeys(item: Item): bool {
+        const field = item as T.TextField;
+        const control = item as T.Control;
+        const reason = field ? field.focusReason : control ? control.focusReason : Qt.OtherFocusReason;
+        return [Qt.TabFocusReason, Qt.BacktabFocusReason, Qt.ShortcutFocusReason].includes(reason);
+    }
+
     function showFocusItem() {
         const margin = 15;
         const item = focusItem;
-        if (!visible || !isInside(item))
+        if (!visible || !isFocusedByKeys(item) || !isInside(item))
             return;
         const area = item.mapToItem(flickable.contentItem, 0, 0, item.width, item.height);
         const x = scrolled(flickable.contentX, area.left - margin, area.right + margin, flickable.width);

@@ -95,6 +95,7 @@ ManagementPage {
 
         function leave() {
             const leavePage = callback;
+            callback = null;
             leavePage();
         }
     }
