@@ -1,24 +1,16 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The tree in the cache folder: two runs that start at once make one tree, an interrupted run leaves nothing behind, an
 # ordinary user asks sudo. Making the tree itself is replaced by a quick stand-in here; every run of ./dev on another
 # system makes a real one.
 set -euo pipefail
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source=tests/setup/checks.sh
+source "$project/tests/setup/checks.sh"
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 export EMULATIONMANAGEMENT_CACHE=$scratch/cache
-passed=0
-check() { # check WHAT COMMAND...
-    local what=$1
-    shift
-    if "$@"; then
-        passed=$((passed + 1))
-        echo "PASS: $what"
-    else
-        echo "FAIL: $what"
-        exit 1
-    fi
-}
 
 mkdir "$scratch/bin"
 cat >"$scratch/bin/mmdebstrap" <<'STANDIN'
@@ -76,4 +68,4 @@ touch -d '8 days ago' "$old.used"
 bash -c 'project=$1; source "$project/tools/dev/common.sh"; remove_unused_trees "$(tree_path)"' - "$project" 2>/dev/null
 check "an old one goes" test ! -d "$old"
 check "the one in use stays" test -d "$tree"
-echo "Totals: $passed passed, 0 failed, 0 skipped"
+print_totals
