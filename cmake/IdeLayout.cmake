@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 # The build folder is laid out as an installed IDE is, so that what was built can be loaded from where it lies:
 #   lib/                      shared libraries (Tarn, QSsh)
 #   lib/qtcreator/plugins/    IDE plugins

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Sourced by ./dev: where things are, and how the tool chain comes to this machine.
 # shellcheck shell=bash
 
@@ -77,7 +79,7 @@ tree_path() {
     local inputs
     inputs=$({
         listed_packages
-        cat "$project/tools/dev/tree-hook.sh"
+        sed '/^# SPDX-/d' "$project/tools/dev/tree-hook.sh"
     } | sha256sum | cut -c1-12)
     echo "$cache/debian13-$inputs"
 }
