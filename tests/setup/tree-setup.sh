@@ -68,4 +68,47 @@ touch -d '8 days ago' "$old.used"
 bash -c 'project=$1; source "$project/tools/dev/common.sh"; remove_unused_trees "$(tree_path)"' - "$project" 2>/dev/null
 check "an old one goes" test ! -d "$old"
 check "the one in use stays" test -d "$tree"
+
+# What others are making stays, whatever it is called.
+rm -rf "$tree"
+mkdir "$EMULATIONMANAGEMENT_CACHE/qtcreator-source.partial" "$tree.partial"
+run 2>/dev/null
+check "what others have begun stays" test -d "$EMULATIONMANAGEMENT_CACHE/qtcreator-source.partial"
+check "what was begun for the tree goes" test ! -e "$tree.partial"
+
+# Ctrl-C reaches every process of the terminal's foreground group.
+in_group() { # in_group NAME COMMAND: bash code with the functions at hand, in a process group of its own
+    env --default-signal=INT setsid bash -c "set -euo pipefail; project=\$1; source \"\$project/tools/dev/common.sh\"
+        build_root=$scratch/build; cd '$scratch'; $1" - "$project"
+}
+# A name that no other process has.
+sleeper=$scratch/bin/sleeper-$$
+ln -s "$(command -v sleep)" "$sleeper"
+runs() { pgrep -f "^$sleeper" >/dev/null; }
+wait_until() { # wait_until COMMAND...
+    local deadline=$((SECONDS + 60))
+    until "$@"; do
+        ((SECONDS < deadline)) || return 1
+        sleep 0.05
+    done
+}
+in_group "with_progress '$scratch/log' '$sleeper' 1000; echo went on >'$scratch/after'" 2>/dev/null &
+group=$!
+check "a step runs" wait_until runs
+kill -INT -- "-$(ps -o pgid= -p "$(pgrep -f "^$sleeper")" | tr -d ' ')"
+wait "$group" 2>/dev/null || true
+check "Ctrl-C ends it" fails runs
+check "and what would come next" test ! -e "$scratch/after"
+
+# Two at once in one checkout.
+in_group "lock_checkout; touch first; while [[ -e first ]]; do sleep 0.05; done; touch done" 2>/dev/null &
+first=$!
+check "one has the checkout" wait_until test -e "$scratch/first"
+: >"$scratch/second"
+in_group "lock_checkout; test -e done" 2>"$scratch/second" &
+second=$!
+check "another says that it waits" wait_until grep -q 'waiting for another ./dev' "$scratch/second"
+rm "$scratch/first"
+check "the first ends" wait "$first"
+check "then it is the other's turn" wait "$second"
 print_totals
