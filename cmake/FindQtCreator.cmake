@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 # Finds the host IDE, Qt Creator, and what a plugin for it is built with.
 #
 # An official development package (QtCreatorConfig.cmake on CMAKE_PREFIX_PATH) is used when there is one. Otherwise the

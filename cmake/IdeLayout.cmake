@@ -1,10 +1,11 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 # The build folder is laid out as an installed IDE is, so that what was built can be loaded from where it lies:
 #   lib/                      shared libraries (Tarn, QSsh)
 #   lib/qtcreator/plugins/    IDE plugins
 #   ide/bin/                  a Qt Creator of our own: the packaged executable beside links to the rest of the package.
 #                             Data files that plugins look for beside the IDE's executable go there.
-
-include(GNUInstallDirs)
 
 set(EMULATIONMANAGEMENT_LIBRARY_DIR "${PROJECT_BINARY_DIR}/lib")
 set(EMULATIONMANAGEMENT_IDE_PLUGIN_DIR "${PROJECT_BINARY_DIR}/lib/qtcreator/plugins")
@@ -14,6 +15,20 @@ set(EMULATIONMANAGEMENT_IDE_EXECUTABLE "${EMULATIONMANAGEMENT_IDE_BIN_DIR}/qtcre
 
 get_filename_component(_ide_binary "${QtCreator_EXECUTABLE}" REALPATH)
 get_filename_component(_ide_prefix "${_ide_binary}/../.." REALPATH)
+
+# An installation goes where the IDE itself looks, relative to its own prefix, which is the prefix to install to.
+get_target_property(_ide_library QtCreator::Utils LOCATION)
+get_filename_component(_ide_library_dir "${_ide_library}" DIRECTORY)
+get_filename_component(_ide_binary_dir "${_ide_binary}" DIRECTORY)
+file(REAL_PATH "${_ide_library_dir}" _ide_library_dir)
+file(RELATIVE_PATH EMULATIONMANAGEMENT_INSTALL_LIBRARY_DIR "${_ide_prefix}" "${_ide_library_dir}")
+file(RELATIVE_PATH EMULATIONMANAGEMENT_INSTALL_BIN_DIR "${_ide_prefix}" "${_ide_binary_dir}")
+set(EMULATIONMANAGEMENT_INSTALL_PLUGIN_DIR "${EMULATIONMANAGEMENT_INSTALL_LIBRARY_DIR}/plugins")
+set(EMULATIONMANAGEMENT_INSTALL_TRANSLATION_DIR "share/qtcreator/translations")
+if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
+    set_property(CACHE CMAKE_INSTALL_PREFIX PROPERTY VALUE "${_ide_prefix}")
+endif()
+
 file(MAKE_DIRECTORY "${EMULATIONMANAGEMENT_IDE_BIN_DIR}")
 file(COPY_FILE "${_ide_binary}" "${EMULATIONMANAGEMENT_IDE_EXECUTABLE}" ONLY_IF_DIFFERENT)
 
@@ -48,9 +63,9 @@ function(add_ide_plugin target)
     set_target_properties(${target} PROPERTIES
         LIBRARY_OUTPUT_DIRECTORY "${arg_DESTINATION}"
         BUILD_RPATH "${EMULATIONMANAGEMENT_LIBRARY_DIR}"
-        INSTALL_RPATH "$ORIGIN/.."
+        INSTALL_RPATH "$ORIGIN;$ORIGIN/.."
     )
     if(arg_DESTINATION STREQUAL EMULATIONMANAGEMENT_IDE_PLUGIN_DIR)
-        install(TARGETS ${target} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/qtcreator/plugins")
+        install(TARGETS ${target} LIBRARY DESTINATION "${EMULATIONMANAGEMENT_INSTALL_PLUGIN_DIR}")
     endif()
 endfunction()

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
 # One interface target carries what every target of ours is compiled with: the language, warnings as errors, sanitizers.
 # Every target links EmulationManagement::Options privately.
 

@@ -1,4 +1,7 @@
-# Every test belongs to a ring, its CTest label: unit, qml, ide, e2e, fuzz or bench.
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Every test belongs to a ring, its CTest label: check, unit, qml, ide, e2e, fuzz, bench or setup.
 #
 # add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
 #               [ARGUMENTS ...])
@@ -8,6 +11,18 @@
 # Any command; exit code 0 passes.
 
 set(EMULATIONMANAGEMENT_ISOLATED "${PROJECT_SOURCE_DIR}/tools/isolated")
+
+# What a test passes to a script that starts the packaged IDE: that is not instrumented, so it has to load the sanitizer
+# before anything else.
+set(EMULATIONMANAGEMENT_PRELOAD_OPTION)
+if(EMULATIONMANAGEMENT_SANITIZE)
+    execute_process(
+        COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=libasan.so
+        OUTPUT_VARIABLE _asan OUTPUT_STRIP_TRAILING_WHITESPACE
+        COMMAND_ERROR_IS_FATAL ANY
+    )
+    set(EMULATIONMANAGEMENT_PRELOAD_OPTION --preload "${_asan}")
+endif()
 
 function(add_ring_command name)
     cmake_parse_arguments(arg "ISOLATED" "RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
@@ -20,6 +35,8 @@ function(add_ring_command name)
     add_test(NAME ${name} COMMAND ${arg_COMMAND})
     set(_environment QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software ${arg_ENVIRONMENT})
     if(EMULATIONMANAGEMENT_SANITIZE)
+        # new_delete_type_mismatch: Qt and the IDE, compiled without sized deallocation, delete objects of our classes
+        # by way of their bases.
         list(APPEND _environment
             "ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:detect_stack_use_after_return=1:new_delete_type_mismatch=0"
             "UBSAN_OPTIONS=print_stacktrace=1"

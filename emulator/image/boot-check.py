@@ -24,7 +24,25 @@ PACKAGES = ["sensorfw-qt5-emulator-plugins", "remote-dbus-invoker", "geoclue-emu
 SENSORS = "ru.kelo.SensorfwEmulationManagement"
 CAMERA = "ru.kelo.CameraEmulation"
 POSITION = "ru.kelo.GeoclueEmulationManagement"
-BOOT_LIMIT = 120  # seconds
+BOOT_LIMIT = 60  # seconds, without KVM
+IMAGE_LIMIT = 500  # MiB
+# Methods and properties that must be described, and to which types they go.
+METHODS = {
+    SENSORS: {
+        "enableSensor": "s", "disableSensor": "s", "enabled": "s", "setAccelerometerValues": "iii",
+        "setAccelerometerX": "i", "setAccelerometerY": "i", "setAccelerometerZ": "i", "setAlsValue": "i",
+        "setGyroscopeValues": "ddd", "setGyroscopeX": "d", "setGyroscopeY": "d", "setGyroscopeZ": "d",
+        "setMagnetometerValues": "ddd", "setMagnetometerX": "d", "setMagnetometerY": "d", "setMagnetometerZ": "d",
+        "setMagnetometerCalibrationLevel": "i", "setProximitySensorValue": "i", "setTapSensorValue": "i",
+    },
+    POSITION: {
+        "setPosition": "ddd", "setLatitude": "d", "setLongitude": "d", "setAltitude": "d", "loadTrack": "aad",
+        "startTrack": "", "pauseTrack": "", "stopTrack": "", "setTrackLooped": "b", "setTrackIntervalMode": "b",
+        "setTrackSpeed": "i", "goToPositionOnTrack": "i",
+    },
+    CAMERA: {},
+}  # fmt: skip
+PROPERTIES = {SENSORS: {"als", "calls"}, POSITION: {"latitude", "calls"}, CAMERA: {"streaming", "framesReceived"}}
 
 
 class CheckFailed(Exception):
@@ -181,6 +199,19 @@ class Machine:
             f"org.freedesktop.DBus.Properties.Get string:{service} string:{name}"
         ).split()[-1]
 
+    def described(self, service):
+        """The methods of a service with the types of their arguments, and its properties, as it describes itself."""
+        path = "/" + service.replace(".", "/")
+        xml = self.ssh(f"gdbus introspect --system --xml --dest {service} --object-path {path}")
+        interface = ElementTree.fromstring(xml).find(f"interface[@name='{service}']")
+        methods = {
+            method.get("name"): "".join(
+                argument.get("type") for argument in method.findall("arg") if argument.get("direction", "in") == "in"
+            )
+            for method in interface.findall("method")
+        }
+        return methods, {element.get("name") for element in interface.findall("property")}
+
     def console(self):
         try:
             with open(os.path.join(self.directory, "check.console.log"), errors="replace", encoding="utf-8") as log:
@@ -202,17 +233,31 @@ def call(method, arguments):
     return WebSocket(TCP_PORT).ask(f"system {SENSORS} {path} {SENSORS} {method} {arguments}")
 
 
+def size_of(image):
+    """In MiB, as the files are when they are copied."""
+    return sum(entry.stat().st_size for entry in os.scandir(image)) / 2**20
+
+
 def run(machine):
+    size = size_of(machine.image)
+    check(size < IMAGE_LIMIT, f"the image has {size:.0f} MiB, less than {IMAGE_LIMIT}")
     started = machine.start()
     wait_for(lambda: machine.ssh("true") == "", "root logs in over SSH", BOOT_LIMIT)
     ssh_after = time.monotonic() - started
     reply = "enabled:tap:true::"
     wait_for(lambda: call("enabled", "string:tap") == reply, "the WebSocket answers for the sensors", BOOT_LIMIT)
-    print(f"SSH after {ssh_after:.1f} s, WebSocket after {time.monotonic() - started:.1f} s", flush=True)
+    socket_after = time.monotonic() - started
+    print(f"SSH after {ssh_after:.1f} s, WebSocket after {socket_after:.1f} s", flush=True)
+    check(socket_after < BOOT_LIMIT, f"the guest is up within {BOOT_LIMIT} s")
 
     installed = machine.ssh("rpm -qa")
     for package in PACKAGES:
         check(f"{package}-16.0.0" in installed, f"{package} is installed")
+
+    for service, methods in METHODS.items():
+        described, properties = machine.described(service)
+        check(described == methods, f"{service} describes its methods: {sorted(described)}")
+        check(properties >= PROPERTIES[service], f"{service} describes its properties: {sorted(properties)}")
 
     check(call("setAlsValue", "int32:321") == "setAlsValue:321:::", "a value is set over the WebSocket")
     check(machine.property(SENSORS, "als") == "321", "the value is read back over D-Bus")

@@ -29,9 +29,13 @@ for service in "$here"/services/*; do
     install -m 755 "$service" "$staging/usr/lib/emulator/services/$name"
 done
 install -m 644 "$here"/policies/*.conf "$staging/usr/share/dbus-1/system.d/"
-rpmbuild -bb --quiet --define "_topdir $scratch/rpmbuild" --define "_rpmdir $scratch/packages" \
-    --define "_dbpath $scratch/rpmdb" --define "staging $staging" --define "emulator_version 16.0.0" \
+# Macros come apart at blanks, which the path to this link does not have.
+links=$(mktemp -d)
+ln -s "$(realpath "$scratch")" "$links/scratch"
+rpmbuild -bb --quiet --define "_topdir $links/scratch/rpmbuild" --define "_rpmdir $links/scratch/packages" \
+    --define "_dbpath $links/scratch/rpmdb" --define "staging $links/scratch/staging" --define "emulator_version 16.0.0" \
     --define "_build_id_links none" --define "_binary_payload w3.zstdio" "$here/packages.spec"
+rm -r "$links"
 find "$scratch/packages" -name '*.rpm' -exec mv {} "$scratch/packages/" \;
 
 # --- root folder ------------------------------------------------------------------------------

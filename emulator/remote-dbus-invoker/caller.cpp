@@ -17,6 +17,10 @@ namespace {
 // A bus lets one connection wait for 128 answers at once. A service that hangs must not use them all up.
 constexpr int mostOpenCalls = 50;
 
+// What may pile up before a service that hangs.
+constexpr int mostWaitingCalls = 10'000;
+constexpr qsizetype mostUnansweredBytes = 64 * 1024 * 1024;
+
 const QStringList &busNames()
 {
     static const QStringList names{u"system"_s, u"session"_s};
@@ -97,8 +101,33 @@ void Caller::call(const QString &request, QObject *context, const Callback &call
 
     QDBusMessage message = QDBusMessage::createMethodCall(parsed.service, parsed.path, parsed.interface, parsed.method);
     message.setArguments(arguments.values);
-    m_lanes[parsed.service].waiting.enqueue({parsed.bus, message, context, reply, callback});
+    const qsizetype size = request.size() * qsizetype(sizeof(QChar));
+    if (!hasRoomFor(size, parsed.service))
+        return refuse(u"TooManyCalls"_s, u"Too many calls are waiting for an answer"_s);
+    m_unanswered += size;
+    m_lanes[parsed.service].waiting.enqueue({parsed.bus, message, context, reply, callback, size});
     startJobs(parsed.service);
+}
+
+// A single request has room whatever its size.
+bool Caller::hasRoomFor(qsizetype size, const QString &service)
+{
+    const auto hasRoom = [&] {
+        const auto lane = m_lanes.constFind(service);
+        return (lane == m_lanes.cend() || lane->waiting.size() < mostWaitingCalls)
+            && (m_unanswered == 0 || m_unanswered + size <= mostUnansweredBytes);
+    };
+    if (hasRoom())
+        return true;
+    // Nobody waits any more for what clients that have gone wanted.
+    for (Lane &any : m_lanes) {
+        any.waiting.removeIf([this](const Job &job) {
+            if (!job.context)
+                m_unanswered -= job.size;
+            return !job.context;
+        });
+    }
+    return hasRoom();
 }
 
 void Caller::startJobs(const QString &service)
@@ -114,6 +143,8 @@ void Caller::startJobs(const QString &service)
         const Job job = lane->waiting.dequeue();
         if (job.context)
             start(job);
+        else
+            m_unanswered -= job.size;
     }
 }
 
@@ -121,6 +152,7 @@ void Caller::start(const Job &job)
 {
     const std::optional<QDBusConnection> bus = connection(job.bus);
     if (!bus) {
+        m_unanswered -= job.size;
         Reply reply = job.reply;
         reply.errorName = errorName(u"BusUnavailable"_s);
         reply.errorMessage = u"There is no connection to the %1 bus"_s.arg(job.bus);
@@ -141,6 +173,7 @@ void Caller::start(const Job &job)
         }
         if (job.context)
             job.callback(reply);
+        m_unanswered -= job.size;
         --m_lanes[job.message.service()].open;
         startJobs(job.message.service());
     });

@@ -33,7 +33,8 @@ public:
 
     /*!
         Reads \a request, makes the call, and passes the answer to \a callback: once, and not after \a context has died.
-        Whatever is wrong with the request is an answer, too.
+        Whatever is wrong with the request is an answer, too; so is that too many calls are unanswered already, to one
+        service or, by the size of their texts, altogether.
     */
     void call(const QString &request, QObject *context, const Callback &callback);
 
@@ -45,6 +46,7 @@ private:
         QPointer<QObject> context;
         Reply reply;
         Callback callback;
+        qsizetype size = 0; // of the request, in bytes
     };
 
     // The calls to one service: some on their way, others waiting for their turn.
@@ -54,12 +56,14 @@ private:
         QQueue<Job> waiting;
     };
 
+    bool hasRoomFor(qsizetype size, const QString &service);
     std::optional<QDBusConnection> connection(const QString &bus);
     void startJobs(const QString &service);
     void start(const Job &job);
 
     QString m_systemBus;
     QHash<QString, Lane> m_lanes;
+    qsizetype m_unanswered = 0; // bytes of the requests that are in a lane
 };
 
 } // namespace Emulator

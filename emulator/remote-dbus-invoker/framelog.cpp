@@ -23,8 +23,12 @@ void FrameLog::write(int client, const char *event)
 
 void FrameLog::write(int client, const char *event, const QString &text)
 {
-    if (m_file.isOpen())
-        write(QJsonObject{{u"text"_s, text}}, client, event);
+    if (!m_file.isOpen())
+        return;
+    QJsonObject entry{{u"text"_s, text.left(largestText)}};
+    if (text.size() > largestText)
+        entry.insert(u"size"_s, text.size());
+    write(entry, client, event);
 }
 
 void FrameLog::write(int client, const char *event, qint64 size)
@@ -40,6 +44,18 @@ void FrameLog::write(QJsonObject entry, int client, const char *event)
     entry.insert(u"client"_s, client);
     entry.insert(u"event"_s, QLatin1StringView(event));
     m_file.write(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
+    if (m_file.size() > largestFile)
+        beginAnother();
+}
+
+void FrameLog::beginAnother()
+{
+    const QString name = m_file.fileName();
+    const QString old = name + ".old"_L1;
+    m_file.close();
+    QFile::remove(old);
+    QFile::rename(name, old);
+    open(name);
 }
 
 } // namespace Emulator

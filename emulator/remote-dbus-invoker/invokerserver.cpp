@@ -4,11 +4,13 @@
 #include "invokerserver.h"
 
 #include <QHostAddress>
+#include <QTimer>
 #include <QUrl>
 #include <QWebSocket>
 #include <QWebSocketCorsAuthenticator>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace Emulator {
 
@@ -16,6 +18,10 @@ namespace {
 
 // Room for a track of a million points.
 constexpr quint64 largestMessage = 64 * 1024 * 1024;
+
+constexpr int mostClients = 100;
+constexpr qint64 mostUnreadBytes = 8 * 1024 * 1024; // before one more answer, which may be of any size
+constexpr auto acceptPause = 1s;
 
 // Browsers say where a script comes from. Pages of the web have no business here; programs send no origin or their own.
 bool isLocalOrigin(const QString &origin)
@@ -39,6 +45,11 @@ InvokerServer::InvokerServer(const QString &systemBus, QObject *parent)
             authenticator->setAllowed(isLocalOrigin(authenticator->origin()));
         });
     connect(&m_server, &QWebSocketServer::newConnection, this, &InvokerServer::acceptConnections);
+    // The server has paused then, most likely because there are no descriptors left.
+    connect(&m_server, &QWebSocketServer::acceptError, this, [this] {
+        qWarning("Clients cannot be accepted: %s", qUtf8Printable(m_server.errorString()));
+        QTimer::singleShot(acceptPause, this, [this] { m_server.resumeAccepting(); });
+    });
 }
 
 InvokerServer::~InvokerServer()
@@ -76,12 +87,27 @@ void InvokerServer::acceptConnections()
 
 void InvokerServer::accept(QWebSocket *socket)
 {
+    if (m_connected >= mostClients) {
+        qWarning("A client is refused, as there are %d already", m_connected);
+        connect(socket, &QWebSocket::disconnected, socket, &QObject::deleteLater);
+        socket->close(QWebSocketProtocol::CloseCodePolicyViolated, u"There are too many clients"_s);
+        return;
+    }
     const int client = ++m_clients;
+    ++m_connected;
     m_log.connected(client);
     socket->setMaxAllowedIncomingFrameSize(largestMessage);
     socket->setMaxAllowedIncomingMessageSize(largestMessage);
 
     const auto answer = [this, socket, client](const Reply &reply) {
+        if (socket->bytesToWrite() > mostUnreadBytes) {
+            qWarning("Client %d does not read its answers and is disconnected", client);
+            disconnect(socket, &QWebSocket::textMessageReceived, this, nullptr);
+            disconnect(socket, &QWebSocket::binaryMessageReceived, this, nullptr);
+            // Later, as this may be in the midst of what it has sent.
+            QMetaObject::invokeMethod(socket, &QWebSocket::abort, Qt::QueuedConnection);
+            return;
+        }
         const QString text = formatReply(reply);
         m_log.reply(client, text);
         socket->sendTextMessage(text);
@@ -101,6 +127,7 @@ void InvokerServer::accept(QWebSocket *socket)
         });
     });
     connect(socket, &QWebSocket::disconnected, this, [this, socket, client] {
+        --m_connected;
         m_log.disconnected(client);
         socket->deleteLater();
     });

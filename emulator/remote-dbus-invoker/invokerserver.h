@@ -17,6 +17,9 @@ namespace Emulator {
 /*!
     Takes requests from WebSocket clients, one a text frame, and answers each with one text frame, in the order in which
     the calls complete.
+
+    What clients can make it keep is bounded: there is a limit to their number, and one who does not read the answers is
+    disconnected. Either is said on the standard error output.
 */
 class InvokerServer : public QObject
 {
@@ -41,6 +44,7 @@ private:
     Caller m_caller;
     QWebSocketServer m_server;
     int m_clients = 0; // ever
+    int m_connected = 0;
 };
 
 } // namespace Emulator

@@ -9,6 +9,7 @@
 #include "passtpath.h"
 
 #include <QLoggingCategory>
+#include <QMutex>
 #include <QPointer>
 
 #include <algorithm>
@@ -17,10 +18,13 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace Tarn::Internal {
 
 namespace {
+
+constexpr auto endTimeout = 5s;
 
 Q_LOGGING_CATEGORY(libvirtLog, "tarn.libvirt", QtWarningMsg)
 
@@ -80,6 +84,22 @@ std::optional<DomainSnapshot> snapshotOf(virDomain *domain)
 
 } // namespace
 
+// The worker thread's way to the hypervisor, which may have gone when a call returns at last.
+struct Hypervisor::Link
+{
+    // Calls the function on the main thread.
+    template<typename Function>
+    void post(Function &&function)
+    {
+        const QMutexLocker locker(&mutex);
+        if (hypervisor)
+            QMetaObject::invokeMethod(hypervisor, std::forward<Function>(function), Qt::QueuedConnection);
+    }
+
+    QMutex mutex;
+    Hypervisor *hypervisor;
+};
+
 // libvirt calls back on the main thread. What it is given lives until libvirt lets go of it, which may be later than
 // the end of the hypervisor.
 struct Hypervisor::Events
@@ -114,7 +134,7 @@ struct Hypervisor::Events
 
 struct Hypervisor::Worker
 {
-    QString open(const QString &uri, Hypervisor *hypervisor);
+    QString open(const QString &uri, Link &link);
     void close();
     std::optional<QList<DomainSnapshot>> list() const;
     DomainHandle find(const QString &uuid) const
@@ -129,7 +149,7 @@ struct Hypervisor::Worker
     std::atomic<bool> refreshScheduled = false; // of both threads
 };
 
-QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
+QString Hypervisor::Worker::open(const QString &uri, Link &link)
 {
     close();
     if (const QString error = prepareEmbedRoot(uri); !error.isEmpty())
@@ -142,12 +162,16 @@ QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
             .arg(uri, message, connectionHint(uri, message))
             .trimmed();
     }
+    const auto events = [&link] {
+        const QMutexLocker locker(&link.mutex);
+        return new Events{link.hypervisor};
+    };
     const auto subscribe = [&](int event, virConnectDomainEventGenericCallback callback) {
-        auto *events = new Events{hypervisor};
+        Events *const receiver = events();
         const int subscription =
-            virConnectDomainEventRegisterAny(connection.get(), nullptr, event, callback, events, &Events::release);
+            virConnectDomainEventRegisterAny(connection.get(), nullptr, event, callback, receiver, &Events::release);
         if (subscription < 0)
-            Events::release(events);
+            Events::release(receiver);
         return subscription;
     };
     subscriptions = {
@@ -160,7 +184,7 @@ QString Hypervisor::Worker::open(const QString &uri, Hypervisor *hypervisor)
         return tr("The hypervisor \"%1\" does not report changes: %2").arg(uri, message);
     }
     // A driver that cannot lose its connection succeeds without ever letting go of what it is given: it stays ours.
-    closeEvents.reset(new Events{hypervisor});
+    closeEvents.reset(events());
     virConnectRegisterCloseCallback(connection.get(), &Events::closed, closeEvents.get(), nullptr);
     return {};
 }
@@ -196,17 +220,26 @@ std::optional<QList<DomainSnapshot>> Hypervisor::Worker::list() const
 
 Hypervisor::Hypervisor(QObject *parent)
     : QObject(parent)
+    , m_link(new Link{.mutex = {}, .hypervisor = this})
     , m_worker(new Worker)
+    , m_pool(new QThreadPool)
 {
-    m_pool.setMaxThreadCount(1);
-    m_pool.setObjectName("Tarn"_L1);
+    m_pool->setMaxThreadCount(1);
+    m_pool->setObjectName("Tarn"_L1);
 }
 
 Hypervisor::~Hypervisor()
 {
-    m_pool.clear();
-    m_pool.start([this] { m_worker->close(); });
-    m_pool.waitForDone();
+    {
+        const QMutexLocker locker(&m_link->mutex);
+        m_link->hypervisor = nullptr;
+    }
+    m_pool->clear();
+    m_pool->start([worker = m_worker] { worker->close(); });
+    if (!m_pool->waitForDone(QDeadlineTimer(endTimeout))) {
+        qCWarning(libvirtLog, "The hypervisor does not answer; a call to it is given up.");
+        m_pool.release(); // would wait for the thread
+    }
     for (const Done &done : std::exchange(m_pending, {})) {
         if (done)
             done(tr("The connection to the hypervisor was closed."));
@@ -222,24 +255,22 @@ void Hypervisor::open(const ConnectionSettings &settings)
     virSetErrorFunc(nullptr, &logLibvirtError);
 
     const QString uri = connectionUri(settings);
-    if (!embedRoot(uri).isEmpty())
+    // QEMU's driver runs in this process, or in a daemon that libvirt starts from it with the same PATH.
+    if (isLocalQemu(uri))
         preferOurPasst();
-    m_pool.start([this, uri] {
-        const QString error = m_worker->open(uri, this);
-        const auto domains = error.isEmpty() ? m_worker->list() : std::nullopt;
-        QMetaObject::invokeMethod(
-            this,
-            [this, uri, error, domains] {
-                if (!error.isEmpty()) {
-                    Q_EMIT failed(uri, error);
-                    return;
-                }
-                const QPointer self(this);
-                Q_EMIT opened(uri);
-                if (self && domains)
-                    Q_EMIT domainsListed(*domains);
-            },
-            Qt::QueuedConnection);
+    m_pool->start([this, link = m_link, worker = m_worker, uri] {
+        const QString error = worker->open(uri, *link);
+        const auto domains = error.isEmpty() ? worker->list() : std::nullopt;
+        link->post([this, uri, error, domains] {
+            if (!error.isEmpty()) {
+                Q_EMIT failed(uri, error);
+                return;
+            }
+            const QPointer self(this);
+            Q_EMIT opened(uri);
+            if (self && domains)
+                Q_EMIT domainsListed(*domains);
+        });
     });
 }
 
@@ -247,23 +278,20 @@ void Hypervisor::post(const Operation &operation, const Done &done)
 {
     const quint64 task = ++m_lastTask;
     m_pending.insert(task, done);
-    m_pool.start([this, operation, task] {
+    m_pool->start([this, link = m_link, worker = m_worker, operation, task] {
         QString error = tr("There is no connection to the hypervisor.");
         std::optional<QList<DomainSnapshot>> domains;
-        if (m_worker->connection) {
-            error = operation(*m_worker);
-            domains = m_worker->list();
+        if (worker->connection) {
+            error = operation(*worker);
+            domains = worker->list();
         }
-        QMetaObject::invokeMethod(
-            this,
-            [this, task, error, domains] {
-                const QPointer self(this);
-                if (domains)
-                    Q_EMIT domainsListed(*domains);
-                if (self)
-                    finish(task, error);
-            },
-            Qt::QueuedConnection);
+        link->post([this, task, error, domains] {
+            const QPointer self(this);
+            if (domains)
+                Q_EMIT domainsListed(*domains);
+            if (self)
+                finish(task, error);
+        });
     });
 }
 

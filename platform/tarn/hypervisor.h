@@ -27,7 +27,9 @@ public:
     using Done = std::function<void(const QString &error)>; // an empty error means that it has worked
 
     explicit Hypervisor(QObject *parent = nullptr);
-    ~Hypervisor() override; // waits for the call that is going; those still waiting their turn fail
+    // Waits a few seconds for the call that is going; those still waiting their turn fail. A call that does not return,
+    // as the other end hangs, is left to itself.
+    ~Hypervisor() override;
 
     void open(const ConnectionSettings &settings);
 
@@ -44,6 +46,7 @@ Q_SIGNALS:
     void domainsListed(const QList<Tarn::Internal::DomainSnapshot> &domains);
 
 private:
+    struct Link;
     struct Worker;
     struct Events;
 
@@ -52,8 +55,9 @@ private:
     void finish(quint64 task, const QString &error);
     void scheduleRefresh();
 
-    const std::unique_ptr<Worker> m_worker; // of the worker thread, but for what is said otherwise
-    QThreadPool m_pool;
+    const std::shared_ptr<Link> m_link;
+    const std::shared_ptr<Worker> m_worker; // of the worker thread, but for what is said otherwise
+    std::unique_ptr<QThreadPool> m_pool;
     QHash<quint64, Done> m_pending; // every one is called, come what may: somebody may wait for it
     quint64 m_lastTask = 0;
 };

@@ -31,7 +31,7 @@ class TARN_EXPORT Sdk : public QObject
 
 public:
     explicit Sdk(const ConnectionSettings &settings, QObject *parent = nullptr);
-    ~Sdk() override; // waits for a call into the hypervisor that is going; machines go on running
+    ~Sdk() override; // waits some seconds for a call into the hypervisor that is going; machines go on running
 
     static Sdk *instance();               // null while there is none
     static QList<Emulator *> emulators(); // in the order of their names; owned by the SDK

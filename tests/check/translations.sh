@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # usage: translations.sh LUPDATE
 # Every text of the plugin is translated, and no translation is left of a text that is gone.
 set -euo pipefail

@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # A fresh clone on a Debian 13 machine that lacks some of the listed packages: ./dev installs just these and builds (a
 # plugin for the host, which is enough to see that the tools are there).
 # The machine is a copy of this one's system folders, in which we are root.
 set -euo pipefail
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source=tests/setup/checks.sh
+source "$project/tests/setup/checks.sh"
 cache=${EMULATIONMANAGEMENT_CACHE:-$HOME/.cache/emulationmanagement}
 machine=$cache/native-machine-$$
 trap 'rm -rf "$machine"' EXIT
@@ -30,19 +34,22 @@ on_machine() {
 }
 
 on_machine dpkg --remove --force-depends passt shellcheck >/dev/null
-! on_machine sh -c 'command -v shellcheck'
+check "the machine lacks a program" fails on_machine sh -c 'command -v shellcheck'
 
-log=$(on_machine ./dev build --target TarnPlugin 2>&1) || {
-    echo "$log"
-    exit 1
+build() {
+    log=$(on_machine ./dev build --target TarnPlugin 2>&1) || {
+        echo "$log"
+        return 1
+    }
 }
-echo "$log"
-grep -q 'installing 2 packages: shellcheck passt' <<<"$log"
-on_machine sh -c 'command -v shellcheck && command -v passt'
-on_machine test -s build/release/lib/qtcreator/plugins/libTarnPlugin.so
-! on_machine sh -c 'ls -d /root/cache/debian13-*' 2>/dev/null
 
-# Nothing is left to install the second time.
-log=$(on_machine ./dev build --target TarnPlugin 2>&1)
-! grep -q 'installing' <<<"$log"
-echo "Totals: 5 passed, 0 failed, 0 skipped"
+check "a fresh clone is built" build
+echo "$log"
+check "just what is missing is installed" matches 'installing 2 packages: shellcheck passt' "$log"
+check "the programs are there" on_machine sh -c 'command -v shellcheck && command -v passt'
+check "the plugin is there" on_machine test -s build/release/lib/qtcreator/plugins/libTarnPlugin.so
+check "no tree is made" fails on_machine sh -c 'ls -d /root/cache/debian13-* 2>/dev/null'
+
+check "it is built once more" build
+check "nothing is left to install" fails matches installing "$log"
+print_totals

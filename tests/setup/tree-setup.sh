@@ -1,24 +1,16 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The tree in the cache folder: two runs that start at once make one tree, an interrupted run leaves nothing behind, an
 # ordinary user asks sudo. Making the tree itself is replaced by a quick stand-in here; every run of ./dev on another
 # system makes a real one.
 set -euo pipefail
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# shellcheck source=tests/setup/checks.sh
+source "$project/tests/setup/checks.sh"
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 export EMULATIONMANAGEMENT_CACHE=$scratch/cache
-passed=0
-check() { # check WHAT COMMAND...
-    local what=$1
-    shift
-    if "$@"; then
-        passed=$((passed + 1))
-        echo "PASS: $what"
-    else
-        echo "FAIL: $what"
-        exit 1
-    fi
-}
 
 mkdir "$scratch/bin"
 cat >"$scratch/bin/mmdebstrap" <<'STANDIN'
@@ -76,4 +68,47 @@ touch -d '8 days ago' "$old.used"
 bash -c 'project=$1; source "$project/tools/dev/common.sh"; remove_unused_trees "$(tree_path)"' - "$project" 2>/dev/null
 check "an old one goes" test ! -d "$old"
 check "the one in use stays" test -d "$tree"
-echo "Totals: $passed passed, 0 failed, 0 skipped"
+
+# What others are making stays, whatever it is called.
+rm -rf "$tree"
+mkdir "$EMULATIONMANAGEMENT_CACHE/qtcreator-source.partial" "$tree.partial"
+run 2>/dev/null
+check "what others have begun stays" test -d "$EMULATIONMANAGEMENT_CACHE/qtcreator-source.partial"
+check "what was begun for the tree goes" test ! -e "$tree.partial"
+
+# Ctrl-C reaches every process of the terminal's foreground group.
+in_group() { # in_group NAME COMMAND: bash code with the functions at hand, in a process group of its own
+    env --default-signal=INT setsid bash -c "set -euo pipefail; project=\$1; source \"\$project/tools/dev/common.sh\"
+        build_root=$scratch/build; cd '$scratch'; $1" - "$project"
+}
+# A name that no other process has.
+sleeper=$scratch/bin/sleeper-$$
+ln -s "$(command -v sleep)" "$sleeper"
+runs() { pgrep -f "^$sleeper" >/dev/null; }
+wait_until() { # wait_until COMMAND...
+    local deadline=$((SECONDS + 60))
+    until "$@"; do
+        ((SECONDS < deadline)) || return 1
+        sleep 0.05
+    done
+}
+in_group "with_progress '$scratch/log' '$sleeper' 1000; echo went on >'$scratch/after'" 2>/dev/null &
+group=$!
+check "a step runs" wait_until runs
+kill -INT -- "-$(ps -o pgid= -p "$(pgrep -f "^$sleeper")" | tr -d ' ')"
+wait "$group" 2>/dev/null || true
+check "Ctrl-C ends it" fails runs
+check "and what would come next" test ! -e "$scratch/after"
+
+# Two at once in one checkout.
+in_group "lock_checkout; touch first; while [[ -e first ]]; do sleep 0.05; done; touch done" 2>/dev/null &
+first=$!
+check "one has the checkout" wait_until test -e "$scratch/first"
+: >"$scratch/second"
+in_group "lock_checkout; test -e done" 2>"$scratch/second" &
+second=$!
+check "another says that it waits" wait_until grep -q 'waiting for another ./dev' "$scratch/second"
+rm "$scratch/first"
+check "the first ends" wait "$first"
+check "then it is the other's turn" wait "$second"
+print_totals

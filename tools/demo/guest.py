@@ -26,11 +26,15 @@ class Guest:
     # --- the invoker ----------------------------------------------------------------------------
 
     def wire(self) -> list[dict[str, Any]]:
-        """Everything the invoker saw and sent since the emulator was started, oldest first."""
-        return [json.loads(line) for line in self.run("cat", INVOKER_LOG).splitlines()]
+        """What the invoker saw and sent since the emulator was started, oldest first.
+
+        Of very much, the last 32 MiB at least; frames of more than a million characters are cut.
+        """
+        log = self._emulator.ssh(f"cat {INVOKER_LOG}.old 2>/dev/null; cat {INVOKER_LOG}")
+        return [json.loads(line) for line in log.splitlines()]
 
     def frames(self) -> list[str]:
-        """The requests the invoker got, each as it came."""
+        """The requests the invoker got, each as it came, see wire()."""
         return [entry["text"] for entry in self.wire() if entry["event"] == "text"]
 
     def restart_invoker(self) -> None:

@@ -6,6 +6,9 @@
 from __future__ import annotations
 
 import argparse
+import fcntl
+import signal
+import subprocess
 import sys
 from pathlib import Path
 
@@ -21,18 +24,47 @@ def main() -> int:
     parser.add_argument("--directory", type=Path, required=True)
     options = parser.parse_args()
 
-    session = Session(options.directory, options.build, options.image)
-    session.prepare()
-    session.start_ide()
-    print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.")
-    assert session.ide
+    options.directory.mkdir(parents=True, exist_ok=True)
+    with (options.directory / "lock").open("w") as lock:
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            print("The demo is open already; close its Qt Creator first.", file=sys.stderr)
+            return 1
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
+        return open_session(Session(options.directory, options.build, options.image))
+
+
+def open_session(session: Session) -> int:
     try:
+        session.prepare()
+        session.start_ide()
+        print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.", flush=True)
+        assert session.ide
         code = session.ide.wait()
+        session.ide = None
+        if code:
+            print(f"Qt Creator ended with exit code {code}; its log is {session.log}.", file=sys.stderr)
+    except KeyboardInterrupt:
+        code = 128 + signal.SIGINT
+    except (RuntimeError, OSError, subprocess.SubprocessError) as error:
+        print(f"The demo could not be opened: {error}", file=sys.stderr)
+        return 1
     finally:
-        session.shut_emulator_down()
-        session.end()
-    print(f"Settings, the emulator's disk and the IDE's log stay in {options.directory}.")
+        end(session)
+    print(f"Settings, the emulator's disk and the IDE's log stay in {session.directory}.")
     return code
+
+
+def end(session: Session) -> None:
+    """Leaves no process behind, whatever goes wrong on the way."""
+    try:
+        session.end_ide()  # the driver belongs to one process at a time
+        session.shut_emulator_down()
+    except (RuntimeError, OSError, subprocess.SubprocessError) as error:
+        print(f"The emulator could not be shut down and is killed: {error}", file=sys.stderr)
+    finally:
+        session.end()
 
 
 if __name__ == "__main__":

@@ -7,14 +7,17 @@ Everything that a session writes lies in its own folder: the IDE's settings, lib
 
 from __future__ import annotations
 
+import hashlib
 import os
 import shutil
 import signal
 import socket
 import subprocess
+import tempfile
 from configparser import ConfigParser
 from dataclasses import dataclass, field
 from pathlib import Path
+from urllib.parse import quote
 
 from desktop import Timeout, wait_for
 
@@ -59,13 +62,17 @@ class Session:
         self.libvirt = self.directory / "libvirt"
         self.settings = self.directory / "settings"
         self.log = self.directory / "ide.log"
-        self.uri = f"qemu:///embed?root={self.libvirt}"
+        self._link = short_link(self.libvirt)
+        self.uri = f"qemu:///embed?root={quote(str(self._link))}"
         self.emulator = Emulator("Velmo Demo", self.image, 2223, "Velmo Phone")
 
     # --- the emulator ---------------------------------------------------------------------------
 
     def prepare(self, with_emulator: bool = True) -> None:
         """Writes the settings and defines the emulator, as an installer would."""
+        self._link.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
+        if not self._link.is_symlink():
+            self._link.symlink_to(self.libvirt.resolve())
         configuration = self.libvirt / "etc" / "qemu.conf"
         configuration.parent.mkdir(parents=True, exist_ok=True)
         configuration.write_text(
@@ -75,16 +82,24 @@ class Session:
         # Bars that ask a new user about tours and kits would cover what the demo is about.
         self.store_settings("General", {"SuppressedWarnings": "TakeUITour, LinkWithQtInstallation"})
         self.store_settings("Tarn", {"ConnectionUri": self.uri})
-        if with_emulator and self.emulator.name not in self.virsh("list", "--all", "--name").splitlines():
+        if with_emulator:
             self._define_emulator()
 
     def _define_emulator(self) -> None:
+        # A disk goes with the image that it was made on, and with no other.
         disk = self.directory / "disk.qcow2"
-        if not disk.exists():
-            subprocess.run(
-                ["qemu-img", "create", "-q", "-f", "qcow2", "-F", "qcow2", "-b", self.image / "disk.qcow2", disk],
-                check=True,
-            )
+        base = self.image / "disk.qcow2"
+        made_on = self.directory / "disk.image"
+        image = f"{base} {base.stat().st_mtime_ns}"
+        defined = self.emulator.name in self.virsh("list", "--all", "--name").splitlines()
+        if defined and disk.exists() and made_on.exists() and made_on.read_text() == image:
+            return
+        if defined:
+            self.kill_emulator()
+            self.virsh("undefine", self.emulator.name)
+        made_on.unlink(missing_ok=True)
+        disk.unlink(missing_ok=True)
+        subprocess.run(["qemu-img", "create", "-q", "-f", "qcow2", "-F", "qcow2", "-b", base, disk], check=True)
         definition = subprocess.run(
             [
                 PROJECT / "emulator" / "image" / "make-domain.sh",
@@ -97,6 +112,7 @@ class Session:
         file = self.directory / "emulator.xml"
         file.write_text(definition)
         self.virsh("define", str(file))
+        made_on.write_text(image)
 
     def store_settings(self, group: str, values: dict[str, object]) -> None:
         """Writes into the IDE's settings; only while it does not run."""
@@ -129,6 +145,12 @@ class Session:
             wait_for("the emulator to shut down", lambda: not self.qemu_pid(), seconds)
         except Timeout:
             self.virsh("destroy", self.emulator.name)
+
+    def kill_emulator(self) -> None:
+        pid = self.qemu_pid()
+        if pid:
+            os.kill(pid, signal.SIGKILL)
+            wait_for("the emulator to end", lambda: self.qemu_pid() is None, 30)
 
     def qemu_pid(self) -> int | None:
         """The emulator's process, or None while it is off."""
@@ -173,18 +195,30 @@ class Session:
         text = self.log.read_text(errors="replace") if self.log.exists() else ""
         return "\n".join(text.splitlines()[-lines:])
 
-    def end(self) -> None:
-        """Leaves no process behind."""
+    def end_ide(self) -> None:
         if self.ide:
             self.ide.kill()
             self.ide.wait()
-        pid = self.qemu_pid()
-        if pid:
-            os.kill(pid, signal.SIGKILL)
-            wait_for("the emulator to end", lambda: self.qemu_pid() is None, 30)
+            self.ide = None
+
+    def end(self) -> None:
+        """Leaves no process behind."""
+        self.end_ide()
+        self.kill_emulator()
+        self._link.unlink(missing_ok=True)
 
     def remove(self) -> None:
         shutil.rmtree(self.directory, ignore_errors=True)
+
+
+def short_link(folder: Path) -> Path:
+    """Where a link to the folder can be: sockets, whose paths may have 107 bytes, lie below it.
+
+    The name is the same in every run, so that a machine which was left running is found again.
+    """
+    runtime = os.environ.get("XDG_RUNTIME_DIR", "")
+    parent = Path(runtime) if os.path.isdir(runtime) else Path(tempfile.gettempdir()) / f"velmo-{os.getuid()}"
+    return parent / f"velmo-{hashlib.sha256(os.fsencode(folder.resolve())).hexdigest()[:8]}"
 
 
 def is_running(pid: int) -> bool:

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash
 : "${project:?}" "${build_root:?}"
 

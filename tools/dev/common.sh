@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Sourced by ./dev: where things are, and how the tool chain comes to this machine.
 # shellcheck shell=bash
 
@@ -25,25 +27,44 @@ as_root() {
 
 listed_packages() { sed -e 's/#.*//' "$project/tools/packages.txt" | xargs -n1; }
 
-# with_progress LOG COMMAND...: the command's output goes to LOG; a line now and then shows that it lives.
+# with_progress LOG COMMAND...: the command's output goes to LOG; a line now and then shows that it lives. The command is
+# in the foreground, so that Ctrl-C ends it.
 with_progress() {
-    local log=$1 started=$SECONDS status=0
+    local log=$1 status=0
     shift
     mkdir -p "$(dirname "$log")"
-    "$@" >"$log" 2>&1 &
-    local pid=$!
-    while kill -0 "$pid" 2>/dev/null; do
-        sleep 1
-        if (((SECONDS - started) % 15 == 14)); then
-            say "  … $((SECONDS - started)) s: $(tail -n 1 "$log" | tr -d '\r' | cut -c1-100)"
-        fi
-    done
-    wait "$pid" || status=$?
+    : >"$log"
+    report_progress "$log" "$BASHPID" &
+    local reporter=$!
+    ("$@") >"$log" 2>&1 7>&- || status=$?
+    kill "$reporter" 2>/dev/null || true
+    wait "$reporter" 2>/dev/null || true
     if ((status)); then
         tail -n 40 "$log" >&2
         fail "step failed with exit code $status; its output is in $log"
     fi
 }
+
+# report_progress LOG PARENT: until the parent has gone.
+report_progress() {
+    local started=$SECONDS
+    while sleep 1 && kill -0 "$2" 2>/dev/null; do
+        if (((SECONDS - started) % 15 == 14)); then
+            say "  … $((SECONDS - started)) s: $(tail -n 1 "$1" | tr -d '\r' | cut -c1-100)"
+        fi
+    done
+}
+
+# One ./dev at a time builds and tests in a checkout; file descriptor 7 holds the lock.
+lock_checkout() {
+    mkdir -p "$build_root"
+    exec 7>"$build_root/.lock"
+    flock -n 7 && return
+    say "waiting for another ./dev that works in this folder"
+    flock 7
+}
+
+unlock_checkout() { exec 7>&-; }
 
 is_debian_13() {
     # shellcheck disable=SC1091
@@ -60,14 +81,22 @@ missing_packages() {
 }
 
 install_packages() {
-    local missing
-    mapfile -t missing < <(missing_packages)
-    ((${#missing[@]})) || return 0
-    say "installing ${#missing[@]} packages: ${missing[*]}"
+    [[ -z $(missing_packages) ]] && return
     mkdir -p "$cache"
-    with_progress "$cache/logs/apt-$$.log" as_root apt-get -q update
-    with_progress "$cache/logs/apt-$$.log" as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get -q -y -o DPkg::Lock::Timeout=600 --no-install-recommends install "${missing[@]}"
+    (
+        flock 9 # a second run waits here and then finds them
+        local missing
+        mapfile -t missing < <(missing_packages)
+        ((${#missing[@]})) || exit 0
+        say "installing ${#missing[@]} packages: ${missing[*]}"
+        local log=$cache/logs/apt-$$.log
+        if [[ -n $(dpkg --audit 2>&1) ]]; then # what an interrupted run has left
+            with_progress "$log" as_root env DEBIAN_FRONTEND=noninteractive dpkg --configure -a
+        fi
+        with_progress "$log" as_root apt-get -q update
+        with_progress "$log" as_root env DEBIAN_FRONTEND=noninteractive \
+            apt-get -q -y -o DPkg::Lock::Timeout=600 --no-install-recommends install "${missing[@]}"
+    ) 9>"$cache/packages.lock"
 }
 
 # --- elsewhere: one Debian 13 tree in the cache folder --------------------------------------
@@ -77,7 +106,7 @@ tree_path() {
     local inputs
     inputs=$({
         listed_packages
-        cat "$project/tools/dev/tree-hook.sh"
+        sed '/^# SPDX-/d' "$project/tools/dev/tree-hook.sh"
     } | sha256sum | cut -c1-12)
     echo "$cache/debian13-$inputs"
 }
@@ -89,27 +118,37 @@ ensure_tree() {
     (
         flock 9 # a second run waits here and then finds the tree
         [[ -d $tree ]] && exit 0
-        as_root rm -rf "$cache"/*.partial # what an interrupted run has left
-        if ! command -v mmdebstrap >/dev/null || ! command -v bwrap >/dev/null; then
-            command -v apt-get >/dev/null ||
-                fail "this machine needs the programs mmdebstrap and bwrap (bubblewrap); please install them"
-            say "installing mmdebstrap and bubblewrap"
-            with_progress "$cache/logs/apt.log" as_root apt-get -q update
-            with_progress "$cache/logs/apt.log" as_root env DEBIAN_FRONTEND=noninteractive \
-                apt-get -q -y --no-install-recommends install mmdebstrap bubblewrap
-        fi
+        as_root rm -rf "$cache"/debian13-*.partial # what an interrupted run has left
+        install_tree_makers
         say "making a Debian 13 tree in $tree (a few minutes, once)"
         with_progress "$cache/logs/tree.log" as_root mmdebstrap --variant=apt \
             --aptopt='Apt::Install-Recommends "false"' \
             --dpkgopt=force-unsafe-io \
             --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-exclude=/usr/share/man/*' \
             --include="$(listed_packages | paste -sd,)" \
-            --customize-hook="$project/tools/dev/tree-hook.sh \"\$1\"" \
+            --customize-hook="$(printf '%q "$1"' "$project/tools/dev/tree-hook.sh")" \
             trixie "$tree.partial"
         mv "$tree.partial" "$tree" 2>/dev/null || as_root mv "$tree.partial" "$tree"
         say "the tree is ready"
     ) 9>"$cache/tree.lock"
     remove_unused_trees "$tree"
+}
+
+install_tree_makers() {
+    local -a missing=()
+    command -v mmdebstrap >/dev/null || missing+=(mmdebstrap)
+    command -v bwrap >/dev/null || missing+=(bubblewrap)
+    if command -v apt-get >/dev/null; then
+        # Ubuntu's mmdebstrap does not bring the keys of Debian's archive.
+        [[ -e /usr/share/keyrings/debian-archive-keyring.gpg ]] || missing+=(debian-archive-keyring)
+    elif ((${#missing[@]})); then
+        fail "this machine needs the programs mmdebstrap and bwrap (bubblewrap); please install them"
+    fi
+    ((${#missing[@]})) || return 0
+    say "installing ${missing[*]}"
+    with_progress "$cache/logs/apt.log" as_root apt-get -q update
+    with_progress "$cache/logs/apt.log" as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -y -o DPkg::Lock::Timeout=600 --no-install-recommends install "${missing[@]}"
 }
 
 # Trees of other package lists go when nobody has used them for a week; each run holds a shared lock on its tree.
@@ -161,7 +200,10 @@ run_in_tree() {
     repository=$(git -C "$project" rev-parse --path-format=absolute --git-common-dir 2>/dev/null || true)
     if [[ -n $repository && $repository != "$project"/* ]]; then options+=(--bind "$repository" "$repository"); fi
     if [[ -d /tmp/.X11-unix ]]; then options+=(--bind /tmp/.X11-unix /tmp/.X11-unix); fi
-    if [[ -f ${XAUTHORITY:-} ]]; then options+=(--ro-bind "$XAUTHORITY" "$XAUTHORITY"); fi
+    local xauthority=${XAUTHORITY:-$HOME/.Xauthority}
+    if [[ -f $xauthority ]]; then
+        options+=(--ro-bind "$xauthority" "$xauthority" --setenv XAUTHORITY "$xauthority")
+    fi
     case $PWD/ in
     "$project"/*) options+=(--chdir "$PWD") ;;
     *) options+=(--chdir "$project") ;;

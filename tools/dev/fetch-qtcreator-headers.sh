@@ -1,4 +1,6 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # usage: fetch-qtcreator-headers.sh VERSION DESTINATION SCRATCH
 # Takes the headers of the packaged Qt Creator out of its Debian source package. The machine's own apt sources name the
 # mirror; nothing in /etc is changed.

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash
 : "${project:?}" "${build_root:?}" "${cache:?}"
 # shellcheck source=tools/dev/build.sh
@@ -7,7 +9,7 @@ source "$project/tools/dev/image.sh"
 
 verb_run() {
     local tour=0
-    [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]] || tour=1
+    [[ -n ${DISPLAY:-} ]] || tour=1 # the tools have only the X11 window system
     while (($#)); do
         case $1 in
         --tour)
@@ -19,6 +21,7 @@ verb_run() {
     done
     build_preset release demo
     ensure_image
+    unlock_checkout
     if ((tour)); then
         # A network of its own: the tour's ports never meet an emulator that somebody uses.
         "$project/tools/isolated" dbus-run-session -- \

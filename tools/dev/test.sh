@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash
 : "${project:?}" "${build_root:?}"
 # shellcheck source=tools/dev/build.sh
@@ -39,7 +41,8 @@ verb_test() {
         local jobs=2
         [[ $ring != e2e && $ring != bench && $ring != setup ]] || jobs=1
         ctest --test-dir "$build_root/$preset" --label-regex "^$ring\$" --tests-regex "$filter" --parallel "$jobs" \
-            --test-output-size-passed 1000000 --test-output-size-failed 1000000 --output-on-failure --no-tests=ignore --output-junit "$results/$ring.xml" || status=$?
+            --test-output-size-passed 1000000 --test-output-size-failed 1000000 --output-on-failure --no-tests=ignore \
+            --output-junit "$results/$ring.xml" 7>&- || status=$?
     done
     "$project/tools/test-summary.py" "$results" "${rings[@]}" || status=$?
     return "$status"

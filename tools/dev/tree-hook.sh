@@ -1,4 +1,6 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
 # usage: tree-hook.sh TREE: the last touches to a fresh tree.
 set -eu
 tree=$1

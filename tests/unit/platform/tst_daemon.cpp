@@ -7,13 +7,17 @@
 #include <tarn/virtualmachine.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
-#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace Tarn;
 
 namespace {
@@ -72,6 +76,57 @@ private Q_SLOTS:
         startDaemon();
     }
 
+    void endsWhenTheDaemonHangs()
+    {
+        auto sdk = std::make_unique<Sdk>(ConnectionSettings{.uri = uri(), .embedRoot = {}, .deviceModelDirectory = {}});
+        QTRY_VERIFY_WITH_TIMEOUT(sdk->isConnected(), longTime);
+        virsh({u"define"_s, domainFile()});
+        QTRY_COMPARE_WITH_TIMEOUT(Sdk::emulators().size(), 1, longTime);
+
+        QCOMPARE(::kill(pid_t(m_daemon.processId()), SIGSTOP), 0);
+        const auto goOn = qScopeGuard([this] { ::kill(pid_t(m_daemon.processId()), SIGCONT); });
+        bool connected = true;
+        Sdk::emulators().constFirst()->virtualMachine()->connectTo(
+            VirtualMachine::NoConnectOptions, nullptr, [&connected](bool ok) { connected = ok; });
+        QTest::ignoreMessage(QtWarningMsg, "The hypervisor does not answer; a call to it is given up.");
+        QElapsedTimer timer;
+        timer.start();
+        sdk.reset();
+        QVERIFY2(timer.durationElapsed() < 15s, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(!connected);
+    }
+
+    // The call that was given up may return now, when nobody waits for it.
+    void goesOnAfterAHang()
+    {
+        Sdk sdk({.uri = uri(), .embedRoot = {}, .deviceModelDirectory = {}});
+        QTRY_VERIFY_WITH_TIMEOUT(sdk.isConnected(), longTime);
+        QTRY_COMPARE_WITH_TIMEOUT(Sdk::emulators().size(), 1, longTime);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            Sdk::emulators().constFirst()->virtualMachine()->state(), VirtualMachine::Running, longTime);
+    }
+
+    // libvirt starts a daemon when there is none, with the environment of whoever asks.
+    void aDaemonOfTheSessionFindsOurPasst()
+    {
+        stopDaemon();
+        QString started;
+        {
+            Sdk sdk({.uri = u"qemu:///session"_s, .embedRoot = {}, .deviceModelDirectory = {}});
+            QTRY_VERIFY2_WITH_TIMEOUT(sdk.isConnected(), qPrintable(sdk.connectionError()), longTime);
+            const QByteArray path = qgetenv("PATH").split(':').constFirst();
+            QVERIFY2(path.endsWith("/tarn"), path.constData());
+            started = folderOfStartedDaemon();
+            QFile environment(started + "/environ"_L1);
+            QVERIFY(environment.open(QIODevice::ReadOnly));
+            QVERIFY(environment.readAll().contains("PATH=" + path + ':'));
+        }
+        ::kill(QFileInfo(started).fileName().toInt(), SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(started + "/exe"_L1), longTime);
+        QFile::remove(socket());
+        startDaemon();
+    }
+
 private:
     QString socket() const { return m_home.filePath(u"libvirt/libvirt-sock"_s); }
     // The driver without machines, but over there.
@@ -98,6 +153,19 @@ private:
         m_daemon.kill();
         QVERIFY(m_daemon.waitForFinished(longTime));
         QFile::remove(socket());
+    }
+
+    // Below /proc.
+    static QString folderOfStartedDaemon()
+    {
+        const QDir processes(u"/proc"_s);
+        for (const QString &process : processes.entryList({u"[0-9]*"_s}, QDir::Dirs)) {
+            const QString folder = processes.filePath(process);
+            const QString program = QFileInfo(folder + "/exe"_L1).symLinkTarget();
+            if (program.endsWith("/libvirtd"_L1) || program.endsWith("/virtqemud"_L1))
+                return folder;
+        }
+        return {};
     }
 
     void virsh(const QStringList &arguments) const
