@@ -21,7 +21,7 @@ TestCase {
     }
 
     function compareFrames(expected: list<string>) {
-        compare(invoker.takeFrames(), expected);
+        compare(host.takeFrames(), expected);
     }
 
     // "a/b" is the object named b in the object named a.
@@ -36,10 +36,6 @@ TestCase {
     function click(path: string) {
         const item = object(path);
         mouseClick(item, item.width / 2, item.height / 2);
-    }
-
-    function openPage(button: string) {
-        click(button);
     }
 
     // In place of the one before, where there is one.
@@ -60,7 +56,7 @@ TestCase {
         for (const sensor of Object.keys(sensorsEmulationManager.sensorsEnabledStates))
             sensorsEmulationManager.setSensorEnabled(sensor, true);
         createView();
-        invoker.takeFrames();
+        host.takeFrames();
     }
 
     function cleanup() {

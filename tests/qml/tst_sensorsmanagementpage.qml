@@ -187,7 +187,7 @@ ViewTestCase {
         host.setSensorAvailable("als", false);
         const page = createTemporaryObject(pageComponent, root);
         compare(page.sensorsControlsIds.filter(control => !control.visible).map(control => control.sensorName), ["als"]);
-        invoker.takeFrames();
+        host.takeFrames();
     }
 
     function test_leavingWithoutChangesAsksNothing() {
@@ -262,11 +262,11 @@ ViewTestCase {
         init_page();
         clickBox("tap");
         click("applyButton");
-        invoker.takeFrames();
+        host.takeFrames();
         compare(view.lastChangedSensorName, "tap");
         compare(view.lastChangedSensorEnabled, false);
-        invoker.reply("enabled:tap:::");
-        invoker.reply("a:b:c:org.freedesktop.DBus.Error.Failed:boom");
+        invoker.sendText("enabled:tap:::");
+        invoker.sendText("a:b:c:org.freedesktop.DBus.Error.Failed:boom");
         tryCompare(object("errorDialog"), "visible", true);
         compare(object("errorDialog").text, "org.freedesktop.DBus.Error.Failed boom");
         compare(sensorsEmulationManager.sensorsEnabledStates.tap, false); // what was asked for is set once more

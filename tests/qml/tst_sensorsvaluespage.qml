@@ -296,7 +296,7 @@ ViewTestCase {
         for (const [x, number, frames] of [[10000, data.max, data.maxFrames], [-10000, data.min, data.minFrames]]) {
             submitSpy.clear();
             drag(slider(data), x);
-            const sent = invoker.takeFrames();
+            const sent = host.takeFrames();
             verify(submitSpy.count > 0);
             compare(sent.length, submitSpy.count * frames.length);
             compare(sent.slice(sent.length - frames.length), frames);
@@ -324,7 +324,7 @@ ViewTestCase {
     function test_modelChangeIsShownAndNotSent(data: var) {
         type(field(data), data.typed);
         keyClick(Qt.Key_Return); // a row that was used follows all the same
-        invoker.takeFrames();
+        host.takeFrames();
         setModel(data, data.shown);
         compare(field(data).text, data.shownText);
         fuzzyCompare(slider(data).value, data.shown / data.multiplier, 1e-9);
@@ -493,7 +493,7 @@ ViewTestCase {
         } while (root.Window.activeFocusItem !== first)
         verify(seen.length > 40); // every field and slider was on the way
         sensorsEmulationManager.sensorsInitialized();
-        invoker.takeFrames();
+        host.takeFrames();
         for (const item of seen) {
             mouseMove(item, item.width / 2, item.height / 2);
             if (!(item instanceof TextField))

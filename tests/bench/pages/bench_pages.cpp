@@ -69,10 +69,10 @@ public:
         m_bare.open(QUrl(u"ws://127.0.0.1:%1"_s.arg(RemoteDBusInvokerService::hostTcpPort)));
         if (!QTest::qWaitFor([this] { return m_bare.isValid(); }, patience))
             fail("no connection");
-        m_host.invoker()->takeFrames();
+        m_host.takeFrames();
         m_bare.sendTextMessage(u"hello"_s);
         awaitFrames(1);
-        m_host.invoker()->takeFrames();
+        m_host.takeFrames();
     }
 
     /// Steps up to the round's end and back, and gives the milliseconds of each of them, events and pictures included.
@@ -172,7 +172,7 @@ private:
 
     void awaitFrames(int count)
     {
-        if (!await([&] { return m_host.invoker()->arrived() >= count; }))
+        if (!await([&] { return m_host.invoker()->frames().size() >= count; }))
             fail("frames were lost");
     }
 
@@ -197,7 +197,7 @@ private:
             awaitFrames(i + 1);
         }
         const double time = double(timer.nsecsElapsed()) / 1e6 / stepsPerRound;
-        const QStringList frames = m_host.invoker()->takeFrames();
+        const QStringList frames = m_host.takeFrames();
         m_frames += frames.size();
         if (frames != roundOfFrames())
             fail("the frames are not those of the steps");
