@@ -17,6 +17,17 @@ BUILD: Path
 IMAGE: Path
 
 
+def own_build_folder(folder: Path) -> Path:
+    """A build folder with an executable of its own: files beside that one are this run's alone."""
+    binaries = folder / "ide" / "bin"
+    binaries.mkdir(parents=True)
+    for file in (BUILD / "ide" / "bin").iterdir():
+        shutil.copy(file, binaries)
+    for part in ("lib", "ide/lib", "ide/libexec", "ide/share"):
+        (folder / part).symlink_to(BUILD / part)
+    return folder
+
+
 class Story(unittest.TestCase):
     """The tests of a subclass are steps: each starts where the last one ended, and a failure ends the story."""
 
@@ -28,7 +39,7 @@ class Story(unittest.TestCase):
         directory = BUILD / "e2e" / cls.__name__
         shutil.rmtree(directory, ignore_errors=True)
         cls.pictures = directory / "pictures"
-        cls.session = Session(directory, BUILD, IMAGE)
+        cls.session = Session(directory, cls.build_folder(directory), IMAGE)
         cls.addClassCleanup(cls.session.end)
         cls.session.prepare()
         if cls.stored:
@@ -37,6 +48,11 @@ class Story(unittest.TestCase):
         cls.guest = Guest(cls.session.emulator)
         cls.ide = Ide(cls.desktop, cls.session)
         cls.start_ide()
+
+    @classmethod
+    def build_folder(cls, directory: Path) -> Path:
+        """Where the IDE comes from."""
+        return BUILD
 
     @classmethod
     def start_ide(cls) -> None:

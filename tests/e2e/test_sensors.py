@@ -1,147 +1,191 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The sensor pages: what a person does with mouse and keys, and what the guest's sensor service gets."""
+"""The sensor pages: what a person does with mouse and keys, and what the guest's sensor service gets.
+
+Each step accounts for every call since the step before: a call too many shows in the step that follows.
+"""
 
 from __future__ import annotations
 
-from desktop import Element, wait_for
-from story import Story
+from pathlib import Path
 
-SENSORS = "ru.kelo.SensorfwEmulationManagement"
-PREFIX = f"system {SENSORS} /ru/kelo/SensorfwEmulationManagement {SENSORS} "
+from desktop import wait_for
+from guest import SENSORS
+from sensors import SensorPages
+from story import Story, own_build_folder
+
+NAMES = ["accelerometer", "als", "compass", "gyroscope", "magnetometer", "orientation", "proximity", "tap"]
+DEFAULTS = {
+    "setAccelerometerValues": "int32:0 int32:0 int32:1000",
+    "setMagnetometerValues": "double:4.3e-05 double:0 double:0",
+    "setMagnetometerCalibrationLevel": "int32:0",
+    "setGyroscopeValues": "double:0 double:0 double:1.14592",
+    "setAlsValue": "int32:100",
+    "setProximitySensorValue": "int32:5",
+    "setTapSensorValue": "int32:-1",
+}
+FAR = "setProximitySensorValue int32:10"
+
+
+def values(**changed: str) -> list[str]:
+    """The calls that restore values, with those that are not the defaults."""
+    return [f"{method} {arguments}" for method, arguments in (DEFAULTS | changed).items()]
+
+
+def for_all_sensors(method: str) -> list[str]:
+    return [f"{method} string:{name}" for name in NAMES]
 
 
 class Sensors(Story):
     stored = {"als": 250, "tap": 2}
-    seen = 0
+
+    @classmethod
+    def setUpClass(cls) -> None:
+        super().setUpClass()
+        cls.pages = SensorPages(cls.ide, cls.guest)
+        cls.calls = cls.pages.calls
+
+    @classmethod
+    def build_folder(cls, directory: Path) -> Path:
+        """An IDE of its own, with one more device model: its file names a sensor that the emulator does not have."""
+        build = own_build_folder(directory / "build")
+        (build / "ide" / "bin" / "velmo-weather-station.ini").write_text(
+            "device-name=Velmo Weather Station\n\n[sensors]\nals=true\nthermometer=true\n"
+        )
+        return build
 
     # --- helpers --------------------------------------------------------------------------------
 
-    def new_calls(self) -> list[str]:
-        """The calls the invoker got since the last look, each as method and arguments."""
-        frames = self.guest.frames()
-        fresh, type(self).seen = frames[self.seen :], len(frames)
-        for frame in fresh:
-            self.assertTrue(frame.startswith(PREFIX), frame)
-        return [frame.removeprefix(PREFIX) for frame in fresh]
-
     def expect_calls(self, *calls: str) -> None:
-        collected: list[str] = []
+        self.assertEqual(self.calls.take(len(calls)), list(calls))
 
-        def arrived() -> bool:
-            collected.extend(self.new_calls())
-            return len(collected) >= len(calls)
+    def expect_state(self, **wanted: object) -> None:
+        wait_for(f"{wanted} in the guest", lambda: self.guest.sensors_when(wanted), 60)
 
-        wait_for(f"the calls {calls}", arrived, 60)
-        self.assertEqual(collected, list(calls))
+    def expect_sets(self, calls: list[str], once: list[str]) -> None:
+        """A change of the device model is applied once for each time that the SDK has told of the emulator."""
+        self.assertGreaterEqual(len(calls), len(once))
+        self.assertEqual(calls, once * (len(calls) // len(once)))
 
-    def control(self, role: str, name: str) -> Element:
-        return self.desktop.expect(role, name, within=self.ide.view_frame())
-
-    def shown(self, role: str, name: str) -> bool:
-        return self.desktop.find(role, name, within=self.ide.view_frame()) is not None
-
-    def choose_entry(self, box: str, entry: str) -> None:
-        self.desktop.click(self.control("combo box", box))
-        self.desktop.click(self.desktop.expect("", entry))
+    def open_view(self) -> None:
+        self.ide.choose("Velmo OS", "Emulation Management…")
+        self.ide.wait_for_view()
 
     # --- the story ------------------------------------------------------------------------------
 
     def test_the_view_opens_on_the_sensor_values(self) -> None:
-        self.ide.choose("Velmo OS", "Emulation Management…")
-        self.ide.wait_for_view()
-        wait_for("the first connection", lambda: len(self.guest.frames()) >= 15, 60)
-        self.assertEqual(len(self.new_calls()), 15)
-        self.assertTrue(self.shown("slider", "Accelerometer X"))
+        self.open_view()
+        self.expect_calls(
+            *for_all_sensors("enabled"), *values(setAlsValue="int32:250", setTapSensorValue="int32:2")
+        )
+        self.assertTrue(self.pages.find("slider", "Accelerometer X"))
         self.desktop.screenshot(self.pictures / "values.png")
 
     def test_looking_sends_nothing(self) -> None:
-        slider = self.control("slider", "Accelerometer X").rectangle
-        for offset in range(0, slider.width, 10):
-            self.desktop.move(slider.x + offset, slider.y + slider.height // 2)
-        self.assertEqual(self.new_calls(), [])
+        for name in ("Accelerometer X", "Light Sensor"):
+            slider = self.pages.control("slider", name).rectangle
+            for offset in range(0, slider.width, 10):
+                self.desktop.move(slider.x + offset, slider.y + slider.height // 2)
+        for box in ("Light Sensor Light level", "Orientation Sensor Orientation", "Tap Sensor Direction"):
+            self.desktop.move(*self.pages.control("combo box", box).rectangle.centre)
+            self.desktop.scroll(2)
+        self.pages.click("button", "Proximity Sensor Far")
+        self.expect_calls(FAR)
+        self.expect_state(proximity=10)
 
     def test_a_dragged_slider_sends_each_step_once(self) -> None:
-        slider = self.control("slider", "Accelerometer X").rectangle
-        x, y = slider.centre
-        self.desktop.drag((x, y), (x + 60, y), steps=12)
-        value = wait_for("a value", lambda: self.guest.sensors()["accelerometerX"], 30)
-        calls = self.new_calls()
-        steps = [int(call.removeprefix("setAccelerometerX int32:")) for call in calls]
+        self.pages.drag_slider("Accelerometer X", pixels=60, steps=12)
+        self.expect_state(accelerometerX=(value := self.pages.shown_thousandths("Accelerometer X")))
+        self.assertGreater(value, 0)
+        steps = [int(call.removeprefix("setAccelerometerX int32:")) for call in self.calls.take(1)]
         self.assertTrue(3 <= len(steps) <= 12, steps)
         self.assertEqual(steps, sorted(set(steps)))
         self.assertEqual(steps[-1], value)
-        self.assertEqual(self.control("text", "Accelerometer X").text, f"{value / 1000:.3f}")
 
     def test_a_typed_value_is_sent_on_enter(self) -> None:
-        field = self.control("text", "Magnetometer Y")
-        self.desktop.double_click(field)
-        self.desktop.press("ctrl+a")
-        self.desktop.type("-12.345")
-        self.assertEqual(self.new_calls(), [])
+        self.pages.type_number("Magnetometer Y", "-12.345")
         self.desktop.press("Return")
         self.expect_calls("setMagnetometerY double:-1.2345e-05")
-        self.assertEqual(self.guest.sensors()["magnetometerY"], -1.2345e-05)
+        self.expect_state(magnetometerY=-1.2345e-05)
+
+    def test_a_valid_field_is_sent_when_it_is_left(self) -> None:
+        self.desktop.press("Tab")
+        self.expect_calls("setMagnetometerY double:-1.2345e-05")
+        self.pages.type_number("Magnetometer Y", "7.5")
+        self.desktop.press("Tab")
+        self.expect_calls("setMagnetometerY double:7.5e-06")
+        self.expect_state(magnetometerY=7.5e-06)
+
+    def test_an_unfinished_number_is_not_sent(self) -> None:
+        self.pages.type_number("Magnetometer Y", "-")
+        self.desktop.press("Tab")
+        wait_for("the number from before", lambda: self.pages.control("text", "Magnetometer Y").text == "7.500", 30)
 
     def test_arrow_keys_move_a_slider_by_steps(self) -> None:
-        self.desktop.click(self.control("slider", "Light Sensor"))
-        wait_for("the click to arrive", lambda: self.new_calls(), 30)
-        before = self.guest.sensors()["als"]
+        self.pages.click("slider", "Light Sensor")
+        [clicked] = self.calls.take(1)
+        lux = int(clicked.removeprefix("setAlsValue int32:"))
         self.desktop.press("Right", "Right", "Left")
-        self.expect_calls(
-            f"setAlsValue int32:{before + 1}", f"setAlsValue int32:{before + 2}", f"setAlsValue int32:{before + 1}"
-        )
+        self.expect_calls(*(f"setAlsValue int32:{lux + step}" for step in (1, 2, 1)))
+        self.expect_state(als=lux + 1)
 
     def test_a_light_level_is_chosen(self) -> None:
-        self.choose_entry("Light Sensor Light level", "Bright")
+        self.pages.choose_entry("Light Sensor Light level", "Bright")
         self.expect_calls("setAlsValue int32:400")
-        self.assertEqual(self.guest.sensors()["als"], 400)
+        self.expect_state(als=400)
 
     def test_near_and_far(self) -> None:
-        self.desktop.click(self.control("button", "Proximity Sensor Near"))
+        self.pages.click("button", "Proximity Sensor Near")
         self.expect_calls("setProximitySensorValue int32:0")
-        self.desktop.click(self.control("button", "Proximity Sensor Far"))
-        self.expect_calls("setProximitySensorValue int32:10")
-        self.assertEqual(self.guest.sensors()["proximity"], 10)
+        self.expect_state(proximity=0)
+        self.pages.click("button", "Proximity Sensor Far")
+        self.expect_calls(FAR)
+        self.expect_state(proximity=10)
 
     def test_a_tap_direction_is_chosen(self) -> None:
-        self.choose_entry("Tap Sensor Direction", "Z_Pos")
+        self.pages.choose_entry("Tap Sensor Direction", "Z_Pos")
         self.expect_calls("setTapSensorValue int32:6")
-        self.assertEqual(self.guest.sensors()["tap"], 6)
+        self.expect_state(tap=6)
 
     def test_an_orientation_is_chosen(self) -> None:
-        self.choose_entry("Orientation Sensor Orientation", "LeftUp")
+        self.pages.choose_entry("Orientation Sensor Orientation", "LeftUp")
         self.expect_calls("setAccelerometerValues int32:-100 int32:0 int32:0")
-        state = self.guest.sensors()
-        self.assertEqual([state["accelerometerX"], state["accelerometerY"], state["accelerometerZ"]], [-100, 0, 0])
+        self.expect_state(accelerometerX=-100, accelerometerY=0, accelerometerZ=0)
         self.desktop.screenshot(self.pictures / "changed.png")
 
     def test_the_rows_follow_the_device_model(self) -> None:
-        self.assertTrue(self.shown("combo box", "Tap Sensor Direction"))
-        self.ide.choose_for_emulator("Device Model", "Velmo Tablet")
-        wait_for("the tap sensor's row to go", lambda: not self.shown("combo box", "Tap Sensor Direction"), 60)
-        self.assertFalse(self.shown("button", "Proximity Sensor Near"))
-        self.assertTrue(self.shown("slider", "Accelerometer X"))
+        self.assertTrue(self.pages.find("combo box", "Tap Sensor Direction"))
+        self.pages.choose_device_model("Velmo Tablet")
+        wait_for("the tap sensor's row to go", lambda: not self.pages.find("combo box", "Tap Sensor Direction"), 60)
+        self.assertFalse(self.pages.find("button", "Proximity Sensor Near"))
+        self.assertTrue(self.pages.find("slider", "Accelerometer X"))
         self.desktop.screenshot(self.pictures / "tablet.png")
-        calls = self.new_calls()
-        self.assertIn("disableSensor string:tap", calls)
-        self.assertIn("disableSensor string:proximity", calls)
-        self.assertIn("enableSensor string:als", calls)
-        self.assertNotIn("tap", self.guest.sensors()["enabledSensors"])
+        self.pages.choose_entry("Light Sensor Light level", "Dark")
+        missing = {"proximity", "tap"}
+        once = [f"{'disable' if name in missing else 'enable'}Sensor string:{name}" for name in NAMES]
+        self.expect_sets(self.calls.take_until("setAlsValue int32:0"), once)
+        self.expect_state(enabledSensors=[name for name in NAMES if name not in missing])
 
-        self.ide.choose_for_emulator("Device Model", "Velmo Phone")
-        wait_for("the tap sensor's row", lambda: self.shown("combo box", "Tap Sensor Direction"), 60)
-        wait_for("the tap sensor", lambda: "tap" in self.guest.sensors()["enabledSensors"], 60)
-        self.new_calls()
+        self.pages.choose_device_model("Velmo Phone")
+        wait_for("the tap sensor's row", lambda: self.pages.find("combo box", "Tap Sensor Direction"), 60)
+        self.pages.choose_entry("Light Sensor Light level", "Bright")
+        self.expect_sets(self.calls.take_until("setAlsValue int32:400"), for_all_sensors("enableSensor"))
+        self.expect_state(enabledSensors=NAMES)
 
     def test_switched_off_sensors_are_greyed(self) -> None:
+        greyed = [("slider", "Accelerometer X"), ("text", "Accelerometer X"), ("slider", "Compass Azimuth"),
+                  ("combo box", "Orientation Sensor Orientation")]  # fmt: skip
+        others = [("slider", "Magnetometer X"), ("slider", "Gyroscope X"), ("button", "Proximity Sensor Near"),
+                  ("combo box", "Tap Sensor Direction")]  # fmt: skip
+        for control in greyed + others:
+            self.assertTrue(self.pages.control(*control).enabled, control)
+
         self.ide.show_page("Sensors Management")
-        self.desktop.click(self.control("check box", "Accelerometer"))
-        self.assertFalse(self.control("check box", "Compass").checked)
-        self.assertFalse(self.control("check box", "Orientation Sensor").checked)
-        self.assertEqual(self.new_calls(), [])
+        self.pages.click("check box", "Accelerometer")
+        for box in ("Compass", "Orientation Sensor"):
+            wait_for(f"{box} to follow", lambda box=box: not self.pages.control("check box", box).checked, 30)
         self.desktop.screenshot(self.pictures / "management.png")
-        self.desktop.click(self.control("button", "Apply"))
+        self.pages.click("button", "Apply")
         self.expect_calls(
             "disableSensor string:accelerometer",
             "disableSensor string:compass",
@@ -152,56 +196,102 @@ class Sensors(Story):
             "enableSensor string:proximity",
             "enableSensor string:tap",
         )
-        self.assertNotIn("accelerometer", self.guest.sensors()["enabledSensors"])
+        off = {"accelerometer", "compass", "orientation"}
+        self.expect_state(enabledSensors=[name for name in NAMES if name not in off])
         self.ide.show_page("Sensors Values")
         self.desktop.screenshot(self.pictures / "greyed.png")
+        for control in greyed:
+            self.assertFalse(self.pages.control(*control).enabled, control)
+        for control in others:
+            self.assertTrue(self.pages.control(*control).enabled, control)
+        self.pages.drag_slider("Accelerometer X", pixels=60, steps=3)
+        self.pages.click("button", "Proximity Sensor Far")
+        self.expect_calls(FAR)
+
         self.ide.show_page("Sensors Management")
-        self.desktop.click(self.control("check box", "Orientation Sensor"))
-        self.desktop.click(self.control("check box", "Compass"))
-        self.desktop.click(self.control("button", "Apply"))
-        wait_for("the compass", lambda: "compass" in self.guest.sensors()["enabledSensors"], 30)
+        self.pages.click("check box", "Orientation Sensor")
+        self.pages.click("check box", "Compass")
+        self.pages.click("button", "Apply")
+        self.calls.take(8)
+        self.expect_state(enabledSensors=NAMES)
 
     def test_leaving_with_changes_asks(self) -> None:
-        self.desktop.click(self.control("check box", "Tap Sensor"))
+        self.pages.click("check box", "Tap Sensor")
         self.ide.click_page_button("Sensors Values")
         box = self.ide.box("Warning")
-        self.assertIn(
-            "The sensor configuration has been changed. Apply or discard changes?", self.ide.box_texts(box)
+        self.assertEqual(
+            self.ide.box_texts(box), ["The sensor configuration has been changed. Apply or discard changes?"]
         )
         self.desktop.screenshot(self.pictures / "apply-or-discard.png")
         self.ide.answer(box, "Discard")
-        wait_for("the values page", lambda: self.shown("slider", "Accelerometer X"), 30)
-        self.new_calls()
-
-    def test_an_error_of_the_service_opens_the_error_box(self) -> None:
-        self.guest.stop_service("sensorfw-emulation-service")
+        wait_for("the values page", lambda: self.pages.find("slider", "Accelerometer X"), 30)
         self.ide.activate_view()
-        self.desktop.click(self.control("button", "Proximity Sensor Near"))
-        text = wait_for("the error box", self.ide.error_text, 60)
-        self.assertIn("org.freedesktop.DBus.Error.ServiceUnknown", text)
-        self.desktop.screenshot(self.pictures / "error.png")
-        self.ide.dismiss_error()
-        self.guest.start_service("sensorfw-emulation-service")
+        self.pages.click("button", "Proximity Sensor Far")
+        self.expect_calls(FAR)
 
     def test_power_off_and_on_brings_back_what_was_stored(self) -> None:
         self.ide.choose_for_emulator("Shut Down")
         wait_for("the emulator to end", lambda: self.session.qemu_pid() is None, 120)
         wait_for("the window to hide", lambda: self.ide.view() is None, 60)
+        self.calls.start_behind([])  # the guest's record begins anew with the emulator
         # Values are stored when the IDE quits, so these are the ones from before.
-        self.ide.choose("Velmo OS", "Emulation Management…")
-        self.ide.wait_for_view()
-        state = wait_for("the stored values", lambda: self.guest.sensors_when({"als": 250, "tap": 2}), 60)
-        self.assertEqual(state["accelerometerX"], 0)
+        self.open_view()
+        self.expect_calls(
+            *for_all_sensors("enableSensor"), *values(setAlsValue="int32:250", setTapSensorValue="int32:2")
+        )
+        self.expect_state(als=250, tap=2, accelerometerX=0)
+
+    def test_an_error_of_the_service_opens_the_error_box(self) -> None:
+        self.pages.choose_device_model("Velmo Weather Station")
+        text = wait_for("the error box", self.ide.error_text, 60)
+        self.assertEqual(text, f'{SENSORS}.Error.UnknownSensor There is no sensor "thermometer"')
+        self.desktop.screenshot(self.pictures / "error.png")
+        self.ide.dismiss_error()
+        self.pages.choose_device_model("Velmo Phone")
+        self.pages.click("button", "Proximity Sensor Far")
+        calls = self.calls.take_until(FAR)
+        self.assertEqual(calls[:2], ["enableSensor string:als", "enableSensor string:thermometer"])
+        self.assertEqual(calls[-8:], for_all_sensors("enableSensor"))
+
+    def test_a_service_that_does_not_answer_opens_the_error_box(self) -> None:
+        self.guest.stop_service("sensorfw-emulation-service")
+        self.pages.click("button", "Proximity Sensor Near")
+        text = wait_for("the error box", self.ide.error_text, 60)
+        self.assertTrue(text.startswith("org.freedesktop.DBus.Error.ServiceUnknown "), text)
+        self.ide.dismiss_error()
+        self.expect_calls("setProximitySensorValue int32:0")
+        self.guest.start_service("sensorfw-emulation-service")
+        wait_for("the service", self.guest.sensors_answer, 60)
+
+    def test_reset_sends_the_defaults(self) -> None:
+        self.pages.click("button", "Reset values")
+        by_reset = ["setAccelerometerValues", "setAlsValue", "setGyroscopeValues", "setMagnetometerValues",
+                    "setMagnetometerCalibrationLevel", "setProximitySensorValue", "setTapSensorValue"]  # fmt: skip
+        self.expect_calls(*(f"{method} {DEFAULTS[method]}" for method in by_reset))
+        self.expect_state(als=100, tap=-1, accelerometerZ=1000)
 
     def test_values_are_there_again_after_the_ide_was_restarted(self) -> None:
-        self.ide.activate_view()
-        self.choose_entry("Light Sensor Light level", "Bright")
-        self.choose_entry("Tap Sensor Direction", "Z_Pos")
-        wait_for("the tap direction", lambda: self.guest.sensors_when({"als": 400, "tap": 6}), 60)
+        self.pages.choose_entry("Light Sensor Light level", "Bright")
+        self.pages.choose_entry("Tap Sensor Direction", "Z_Pos")
+        self.pages.choose_entry("Orientation Sensor Orientation", "LeftUp")
+        self.expect_calls(
+            "setAlsValue int32:400", "setTapSensorValue int32:6", "setAccelerometerValues int32:-100 int32:0 int32:0"
+        )
         self.assertEqual(self.ide.quit(), 0)
+        # The machine goes on running; somebody changes what it has meanwhile.
+        self.guest.call_sensors("setAlsValue", "1")
+        self.guest.call_sensors("setTapSensorValue", "1")
+        self.guest.call_sensors("setAccelerometerX", "55")
+        self.expect_state(als=1, tap=1, accelerometerX=55)
         self.start_ide()
-        self.ide.choose("Velmo OS", "Emulation Management…")
-        self.ide.wait_for_view()
-        # The machine went on running; the new IDE's first connection asks for the states and sets the values.
-        wait_for("the new connection", lambda: len(self.new_calls()) >= 15, 60)
-        wait_for("the values", lambda: self.guest.sensors_when({"als": 400, "tap": 6}), 60)
+        self.open_view()
+        self.expect_calls(
+            *for_all_sensors("enabled"),
+            *values(
+                setAlsValue="int32:400",
+                setTapSensorValue="int32:6",
+                setAccelerometerValues="int32:-100 int32:0 int32:0",
+            ),
+        )
+        self.expect_state(als=400, tap=6, accelerometerX=-100)
+        self.assertEqual(self.pages.control("text", "Light Sensor").text, "400")

@@ -21,7 +21,7 @@ TestCase {
     }
 
     function compareFrames(expected: list<string>) {
-        compare(invoker.takeFrames(), expected);
+        compare(host.takeFrames(), expected);
     }
 
     // "a/b" is the object named b in the object named a.
@@ -38,8 +38,40 @@ TestCase {
         mouseClick(item, item.width / 2, item.height / 2);
     }
 
-    function openPage(button: string) {
-        click(button);
+    // What Tab comes to, from the first page button round to it again.
+    function tabOrder(): list<Item> {
+        const first = object("sensorsManagementButton");
+        first.forceActiveFocus(Qt.TabFocusReason);
+        const items = [];
+        do {
+            items.push(root.Window.activeFocusItem);
+            verify(items.length < 100);
+            keyClick(Qt.Key_Tab);
+        } while (root.Window.activeFocusItem !== first)
+        return items;
+    }
+
+    // "role name" of each, as a screen reader has it.
+    function spoken(items: var): var {
+        return Array.from(items).map(item => {
+            const description = screenReader.describe(item);
+            return "%1 %2".arg(description.role).arg(description.name);
+        });
+    }
+
+    // Each item but the first looks different once Tab has come to it.
+    function verifyFocusMarks(order: list<Item>) {
+        order[0].forceActiveFocus(Qt.TabFocusReason);
+        for (const item of order.slice(1)) {
+            const name = screenReader.describe(item).name;
+            // A field's cursor is no mark.
+            const look = item.hasOwnProperty("cursorPosition") ? item.background : item;
+            const without = eyes.picture(look);
+            keyClick(Qt.Key_Tab);
+            compare(root.Window.activeFocusItem, item, name);
+            const changed = eyes.changedPixels(eyes.picture(look), without);
+            verify(changed >= 40, "%1: %2 pixels".arg(name).arg(changed));
+        }
     }
 
     // In place of the one before, where there is one.
@@ -60,7 +92,7 @@ TestCase {
         for (const sensor of Object.keys(sensorsEmulationManager.sensorsEnabledStates))
             sensorsEmulationManager.setSensorEnabled(sensor, true);
         createView();
-        invoker.takeFrames();
+        host.takeFrames();
     }
 
     function cleanup() {

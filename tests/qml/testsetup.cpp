@@ -3,10 +3,17 @@
 
 #include "testsetup.h"
 
+#include <QAccessible>
 #include <QCheckBox>
+#include <QMetaEnum>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QTest>
+
+#include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +43,59 @@ QVariantList MessageBoxes::takeSeen()
     return result;
 }
 
+QVariantMap ScreenReader::describe(QObject *item) const
+{
+    QAccessible::setActive(true); // controls tell of themselves once somebody listens
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(item);
+    if (!interface)
+        return {};
+    QVariant value;
+    if (QAccessibleValueInterface *number = interface->valueInterface())
+        value = number->currentValue();
+    else if (QAccessibleTextInterface *text = interface->textInterface())
+        value = text->text(0, text->characterCount());
+    else
+        value = interface->text(QAccessible::Value);
+    QString name = interface->text(QAccessible::Name);
+    if (name.isEmpty()) // where the platform has no bridge to the outside, buttons do not hand over their texts
+        name = item->property("text").toString();
+    return {
+        {u"name"_s, name},
+        {u"role"_s, QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(interface->role()))},
+        {u"value"_s, value},
+        {u"checked"_s, bool(interface->state().checked)},
+        {u"disabled"_s, bool(interface->state().disabled)},
+    };
+}
+
+QImage Eyes::picture(QQuickItem *item) const
+{
+    const QImage window = item->window()->grabWindow();
+    const QRectF area = item->mapRectToScene(item->boundingRect());
+    const qreal ratio = window.devicePixelRatio();
+    return window.copy(QRectF(area.topLeft() * ratio, area.size() * ratio).toRect());
+}
+
+int Eyes::changedPixels(const QImage &one, const QImage &other) const
+{
+    const auto luminance = [](QRgb pixel) {
+        const auto linear = [](int channel) {
+            const double part = channel / 255.0;
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) + 0.0722 * linear(qBlue(pixel));
+    };
+    int changed = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const auto [dark, light] = std::minmax({luminance(one.pixel(x, y)), luminance(other.pixel(x, y))});
+            if ((light + 0.05) / (dark + 0.05) >= 1.2)
+                ++changed;
+        }
+    }
+    return changed;
+}
+
 void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
 {
     connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
@@ -46,4 +106,6 @@ void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
     engine->rootContext()->setContextProperty(u"host"_s, &m_host);
     engine->rootContext()->setContextProperty(u"invoker"_s, m_host.invoker());
     engine->rootContext()->setContextProperty(u"messageBoxes"_s, &m_messageBoxes);
+    engine->rootContext()->setContextProperty(u"screenReader"_s, &m_screenReader);
+    engine->rootContext()->setContextProperty(u"eyes"_s, &m_eyes);
 }

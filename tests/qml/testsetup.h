@@ -6,9 +6,12 @@
 #include "utils/messageboxanswerer.h"
 #include "view/viewhost.h"
 
+#include <QImage>
 #include <QObject>
+#include <QVariant>
 
 class QQmlEngine;
+class QQuickItem;
 
 /// The message boxes of the view's native dialogs, for tests in QML.
 class MessageBoxes : public QObject
@@ -28,6 +31,34 @@ private:
     TestUtils::MessageBoxAnswerer m_answerer;
 };
 
+/// What assistive technology is told of an item.
+class ScreenReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// An object with "name", "role" (as QAccessible::Role is called), "value" (of a slider the number, of a field the
+    /// text, of a choice what is chosen), "checked" and "disabled". Empty for what is not told of.
+    Q_INVOKABLE QVariantMap describe(QObject *item) const;
+};
+
+/// What a user sees of an item.
+class Eyes : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// The item as it is on the screen now.
+    Q_INVOKABLE QImage picture(QQuickItem *item) const;
+    /// How many pixels of two pictures of the same size one can tell from each other: their contrast is at least 1.2
+    /// to 1.
+    Q_INVOKABLE int changedPixels(const QImage &one, const QImage &other) const;
+};
+
 /// Gives every test document the view's surroundings and notes what the engine warns of.
 class TestSetup : public QObject
 {
@@ -42,5 +73,7 @@ public Q_SLOTS:
 private:
     TestView::ViewHost m_host;
     MessageBoxes m_messageBoxes;
+    ScreenReader m_screenReader;
+    Eyes m_eyes;
     int m_warnings = 0;
 };

@@ -254,7 +254,7 @@ ViewTestCase {
         compare(dialog.title, "Error");
         compare(dialog.buttons, MessageDialog.Ok);
         replySpy.clear();
-        invoker.reply(data.reply);
+        invoker.sendText(data.reply);
         tryCompare(replySpy, "count", 1);
         compare(dialog.visible, data.error !== "");
         compare(dialog.text, data.error);
@@ -265,7 +265,7 @@ ViewTestCase {
         view.lastChangedSensorName = "als";
         view.lastChangedSensorEnabled = true;
         sensorsEmulationManager.setSensorEnabled("als", false);
-        invoker.reply("boom");
+        invoker.sendText("boom");
         tryCompare(object("errorDialog"), "visible", true);
         compare(sensorsEmulationManager.sensorsEnabledStates.als, true);
         compare(view.lastChangedSensorName, "");

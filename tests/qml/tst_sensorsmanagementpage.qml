@@ -146,6 +146,39 @@ ViewTestCase {
         compare(page.active, false);
     }
 
+    function test_tabOrder() {
+        init_page();
+        const texts = ["Accelerometer", "Compass", "Orientation Sensor", "Magnetometer", "Gyroscope", "Light Sensor", "Proximity Sensor", "Tap Sensor"];
+        const pages = ["Sensors Management", "Sensors Values", "Orientation Management", "GPS Management", "Camera Management"];
+        const order = tabOrder();
+        const checkBoxes = texts.map(text => "CheckBox " + text);
+        const expected = [...pages.map(text => "Button " + text), ...checkBoxes, "Button Reset", "Button Apply"];
+        compare(spoken(order), expected);
+        order[0].forceActiveFocus(Qt.TabFocusReason);
+        for (const item of Array.from(order).reverse()) {
+            keyClick(Qt.Key_Backtab);
+            compare(root.Window.activeFocusItem, item);
+        }
+        verifyFocusMarks(order);
+        compareFrames([]);
+    }
+
+    function test_boxesSpeak_data(): var {
+        return sensors.map(sensor => ({
+                    tag: sensor,
+                    sensor: sensor
+                }));
+    }
+
+    function test_boxesSpeak(data: var) {
+        init_page();
+        compare(screenReader.describe(box(data.sensor)).checked, true);
+        clickBox(data.sensor);
+        compare(screenReader.describe(box(data.sensor)).checked, false);
+        compare(screenReader.describe(page).name, "Sensors Management");
+        click("resetButton");
+    }
+
     function test_applyByKeys() {
         init_page();
         object("applyButton").forceActiveFocus(Qt.TabFocusReason);
@@ -187,7 +220,7 @@ ViewTestCase {
         host.setSensorAvailable("als", false);
         const page = createTemporaryObject(pageComponent, root);
         compare(page.sensorsControlsIds.filter(control => !control.visible).map(control => control.sensorName), ["als"]);
-        invoker.takeFrames();
+        host.takeFrames();
     }
 
     function test_leavingWithoutChangesAsksNothing() {
@@ -258,18 +291,37 @@ ViewTestCase {
         compare(page.active, false);
     }
 
-    function test_errorReplyAfterApply() {
+    function test_errorReplyAfterApply_data(): var {
+        return [
+            {
+                tag: "switched off",
+                requested: false
+            },
+            {
+                tag: "left on",
+                requested: true
+            }
+        ];
+    }
+
+    function test_errorReplyAfterApply(data: var) {
         init_page();
-        clickBox("tap");
+        if (!data.requested)
+            clickBox("tap");
         click("applyButton");
-        invoker.takeFrames();
+        host.takeFrames();
         compare(view.lastChangedSensorName, "tap");
-        compare(view.lastChangedSensorEnabled, false);
-        invoker.reply("enabled:tap:::");
-        invoker.reply("a:b:c:org.freedesktop.DBus.Error.Failed:boom");
+        compare(view.lastChangedSensorEnabled, data.requested);
+        // Another report comes between, so that the revert has something to do.
+        invoker.sendText("enabled:tap:%1::".arg(!data.requested));
+        tryVerify(() => sensorsEmulationManager.sensorsEnabledStates.tap === !data.requested);
+        compare(object("tapControls").controlsEnabled, !data.requested);
+        invoker.sendText("a:b:c:org.freedesktop.DBus.Error.Failed:boom");
         tryCompare(object("errorDialog"), "visible", true);
         compare(object("errorDialog").text, "org.freedesktop.DBus.Error.Failed boom");
-        compare(sensorsEmulationManager.sensorsEnabledStates.tap, false); // what was asked for is set once more
+        compare(sensorsEmulationManager.sensorsEnabledStates.tap, data.requested); // what was asked for is set once more
+        compare(object("tapControls").controlsEnabled, data.requested);
+        compare(enabledSensors().length, data.requested ? 8 : 7);
         compare(view.lastChangedSensorName, "");
         compareFrames([]);
         object("errorDialog").close();

@@ -296,7 +296,7 @@ ViewTestCase {
         for (const [x, number, frames] of [[10000, data.max, data.maxFrames], [-10000, data.min, data.minFrames]]) {
             submitSpy.clear();
             drag(slider(data), x);
-            const sent = invoker.takeFrames();
+            const sent = host.takeFrames();
             verify(submitSpy.count > 0);
             compare(sent.length, submitSpy.count * frames.length);
             compare(sent.slice(sent.length - frames.length), frames);
@@ -324,7 +324,21 @@ ViewTestCase {
     function test_modelChangeIsShownAndNotSent(data: var) {
         type(field(data), data.typed);
         keyClick(Qt.Key_Return); // a row that was used follows all the same
-        invoker.takeFrames();
+        host.takeFrames();
+        setModel(data, data.shown);
+        compare(field(data).text, data.shownText);
+        fuzzyCompare(slider(data).value, data.shown / data.multiplier, 1e-9);
+        compareFrames([]);
+    }
+
+    function test_unchangedModelValueRefreshesTheRow_data(): var {
+        return sliderRows();
+    }
+
+    function test_unchangedModelValueRefreshesTheRow(data: var) {
+        setModel(data, data.shown);
+        object(data.row).value = data.start; // as after an input that the manager did not take over
+        verify(field(data).text !== data.shownText);
         setModel(data, data.shown);
         compare(field(data).text, data.shownText);
         fuzzyCompare(slider(data).value, data.shown / data.multiplier, 1e-9);
@@ -338,8 +352,12 @@ ViewTestCase {
     function test_rowSpeaks(data: var) {
         const controls = data.row.split("/")[0];
         const name = [object(controls).title, data.label].join(" ").trim();
-        compare(slider(data).Accessible.name, name);
-        compare(field(data).Accessible.name, name);
+        setModel(data, data.shown);
+        const ofSlider = screenReader.describe(slider(data));
+        compare([ofSlider.role, ofSlider.name, ofSlider.disabled], ["Slider", name, false]);
+        fuzzyCompare(ofSlider.value, data.shown / data.multiplier, 1e-9);
+        const ofField = screenReader.describe(field(data));
+        compare([ofField.role, ofField.name, ofField.value, ofField.disabled], ["EditableText", name, data.shownText, false]);
     }
 
     function test_calculatedValue_data(): var {
@@ -483,39 +501,79 @@ ViewTestCase {
 
     // All but the fields: a field sends its text when it is left.
     function test_lookingAroundSendsNothing() {
-        const first = object("sensorsValuesButton");
-        first.forceActiveFocus(Qt.TabFocusReason);
-        const seen = [];
-        do {
-            seen.push(root.Window.activeFocusItem);
-            verify(seen.length < 200);
-            keyClick(Qt.Key_Tab);
-        } while (root.Window.activeFocusItem !== first)
-        verify(seen.length > 40); // every field and slider was on the way
+        const seen = tabOrder();
         sensorsEmulationManager.sensorsInitialized();
-        invoker.takeFrames();
+        host.takeFrames();
         for (const item of seen) {
             mouseMove(item, item.width / 2, item.height / 2);
+            mouseWheel(item, item.width / 2, item.height / 2, 0, 120);
+            mouseWheel(item, item.width / 2, item.height / 2, 0, -120);
             if (!(item instanceof TextField))
                 item.forceActiveFocus(Qt.TabFocusReason);
+            mouseWheel(item, item.width / 2, item.height / 2, 0, -120);
         }
-        first.forceActiveFocus(Qt.TabFocusReason);
+        seen[0].forceActiveFocus(Qt.TabFocusReason);
         compareFrames([]);
         compare(page.modelSensorChanged, false);
     }
 
-    function test_everySliderAndFieldCanBeReachedByTab() {
-        object("sensorsValuesButton").forceActiveFocus(Qt.TabFocusReason);
-        const order = [];
-        for (let i = 0; i < 60; ++i) {
-            keyClick(Qt.Key_Tab);
-            order.push(root.Window.activeFocusItem);
+    function test_tabOrder() {
+        const row = name => ["Slider " + name, "EditableText " + name];
+        const axes = name => [].concat(...["X", "Y", "Z"].map(axis => row(name + " " + axis)));
+        const pages = ["Sensors Management", "Sensors Values", "Orientation Management", "GPS Management", "Camera Management"];
+        const order = tabOrder();
+        compare(spoken(order), [...pages.map(text => "Button " + text), ...axes("Accelerometer"), ...axes("Magnetometer"), ...row("Magnetometer Calib. level"), ...row("Compass Azimuth"), ...row("Compass Calib. level"), ...axes("Magnetic Field"), "ComboBox Orientation Sensor Orientation", ...axes("Gyroscope"), "ComboBox Light Sensor Light level", ...row("Light Sensor"), ...row("Proximity Sensor Reflectance"), "Button Proximity Sensor Near", "Button Proximity Sensor Far", "ComboBox Tap Sensor Direction", "Button Reset values"]);
+        order[0].forceActiveFocus(Qt.TabFocusReason);
+        for (const item of Array.from(order).reverse()) {
+            keyClick(Qt.Key_Backtab);
+            compare(root.Window.activeFocusItem, item);
         }
-        for (const data of sliderRows()) {
-            const position = order.indexOf(slider(data));
-            verify(position >= 0, data.tag);
-            compare(order.indexOf(field(data)), position + 1, data.tag);
+    }
+
+    function test_focusIsVisible_data(): var {
+        return ["light-2024", "dark-2024", "flat-light", "flat-dark"].map(theme => ({
+                    tag: theme
+                }));
+    }
+
+    function test_focusIsVisible(data: var) {
+        host.theme = data.tag;
+        createView();
+        verifyFocusMarks(tabOrder());
+    }
+
+    function test_choicesSpeak_data(): var {
+        return [
+            {
+                tag: "light level",
+                box: "lightLevelBox/comboBox",
+                name: "Light Sensor Light level"
+            },
+            {
+                tag: "orientation",
+                box: "orientationBox/comboBox",
+                name: "Orientation Sensor Orientation"
+            },
+            {
+                tag: "tap direction",
+                box: "directionBox/comboBox",
+                name: "Tap Sensor Direction"
+            }
+        ];
+    }
+
+    function test_choicesSpeak(data: var) {
+        const box = object(data.box);
+        const description = screenReader.describe(box);
+        compare([description.role, description.name, description.disabled], ["ComboBox", data.name, false]);
+    }
+
+    function test_groupsSpeak() {
+        for (const controls of page.sensorsControlsIds) {
+            const description = screenReader.describe(controls);
+            compare([description.role, description.name], ["Grouping", controls.title]);
         }
+        compare(screenReader.describe(page).name, "Sensors Values");
     }
 
     function test_lightLevels() {
@@ -622,24 +680,54 @@ ViewTestCase {
         compareFrames([frame("setTapSensorValue", "int32:0")]);
     }
 
+    readonly property list<string> defaultsFrames: [frame("setAccelerometerValues", "int32:0 int32:0 int32:1000"), frame("setAlsValue", "int32:100"), frame("setGyroscopeValues", "double:0 double:0 double:1.14592"), frame("setMagnetometerValues", "double:4.3e-05 double:0 double:0"), frame("setMagnetometerCalibrationLevel", "int32:0"), frame("setProximitySensorValue", "int32:5"), frame("setTapSensorValue", "int32:-1")]
+
     function test_resetSendsTheDefaults() {
         type(object("accelerometerControls/xSlider/textField"), "-");
         sensorsEmulationManager.magneticField.x = 12;
         click("resetValuesButton");
-        compareFrames([frame("setAccelerometerValues", "int32:0 int32:0 int32:1000"), frame("setAlsValue", "int32:100"), frame("setGyroscopeValues", "double:0 double:0 double:1.14592"), frame("setMagnetometerValues", "double:4.3e-05 double:0 double:0"), frame("setMagnetometerCalibrationLevel", "int32:0"), frame("setProximitySensorValue", "int32:5"), frame("setTapSensorValue", "int32:-1")]);
+        compareFrames(defaultsFrames);
         compare(object("accelerometerControls/xSlider/textField").text, "0.000");
         compare(object("magneticFieldControls/xSlider/textField").text, "12.000");
         for (const data of sliderRows())
             verify(!field(data).activeFocus);
     }
 
-    function test_resetByKeyTakesTheFocusFromAField() {
-        const textField = object("accelerometerControls/xSlider/textField");
-        type(textField, "0.5");
-        compare(textField.activeFocus, true);
-        object("accelerometerControls").clearFocus();
+    // Whatever presses the button: the text of a field that has the focus is sent before the defaults.
+    function test_resetSendsAnEditedTextFirst_data(): var {
+        const button = () => object("resetValuesButton");
+        return [
+            {
+                tag: "by mouse",
+                press: () => click("resetValuesButton")
+            },
+            {
+                tag: "by keys",
+                press: () => {
+                    for (let i = 0; !button().activeFocus && i < 10; ++i)
+                        keyClick(Qt.Key_Tab);
+                    keyClick(Qt.Key_Space);
+                }
+            },
+            {
+                tag: "by a screen reader, which leaves the focus where it is",
+                press: () => {
+                    verify(object("proximityControls/reflectanceSlider/textField").activeFocus);
+                    button().click();
+                }
+            }
+        ];
+    }
+
+    function test_resetSendsAnEditedTextFirst(data: var) {
+        const textField = object("proximityControls/reflectanceSlider/textField");
+        type(textField, "7");
+        compareFrames([]);
+        data.press();
+        compareFrames([frame("setProximitySensorValue", "int32:7"), ...defaultsFrames]);
         compare(textField.activeFocus, false);
-        compareFrames([frame("setAccelerometerX", "int32:500")]);
+        compare(textField.text, "5");
+        compare(sensorsEmulationManager.proximity.reflectance, 5);
     }
 
     readonly property var controlsOrder: ["accelerometerControls", "compassControls", "orientationControls", "magneticFieldControls", "magnetometerControls", "gyroscopeControls", "lightSensorControls", "proximityControls", "tapControls"]
@@ -670,9 +758,45 @@ ViewTestCase {
         compare(grid.mapToItem(page, 0, 0), Qt.point(15, 15));
     }
 
-    function test_narrowPageKeepsUsableControls() {
+    function test_gridNeverGetsNarrowerThanItsLeastWidth() {
         root.view.width = 400;
         compare(object("grid").width, 390);
+    }
+
+    function test_controlsAreUsable_data(): var {
+        return [1100, 2200].map(width => ({
+                    tag: width + " pixels",
+                    width: width
+                }));
+    }
+
+    // Nothing lies over something else or outside its cell, and each slider has room to be dragged.
+    function test_controlsAreUsable(data: var) {
+        root.view.width = data.width;
+        for (const row of sliderRows()) {
+            const controls = object(row.row.split("/")[0]);
+            setModel(row, row.min * row.multiplier); // with a sign, where there may be one
+            const parts = ["rowLabel", "slider", "textField", "additionalControls"].map(name => object(row.row + "/" + name));
+            let left = 0;
+            for (const part of parts) {
+                const x = part.mapToItem(controls, 0, 0).x;
+                verify(x >= left, "%1: %2 begins at %3, before %4".arg(row.tag).arg(part.objectName).arg(x).arg(left));
+                left = x + (part.objectName === "additionalControls" ? 0 : part.width);
+            }
+            for (const name of ["unitsLabel", "calculatedValueLabel"]) {
+                const label = object(row.row + "/" + name);
+                if (label.visible)
+                    left = label.mapToItem(controls, label.contentWidth, 0).x;
+            }
+            verify(left <= controls.width, "%1 ends at %2 of %3".arg(row.tag).arg(left).arg(controls.width));
+            verify(slider(row).width >= 100, "%1: the slider is %2 wide".arg(row.tag).arg(slider(row).width));
+        }
+        for (const name of ["lightLevelBox", "orientationBox", "directionBox"]) {
+            const box = object(name + "/comboBox");
+            verify(box.x >= object(name + "/rowLabel").width);
+            verify(box.x + box.width <= object(name).width);
+            verify(box.width >= box.implicitWidth, name);
+        }
     }
 
     function test_disabledSensorIsGreyed_data(): var {
@@ -684,14 +808,38 @@ ViewTestCase {
     }
 
     function test_disabledSensorIsGreyed(data: var) {
+        const labels = controls => ["titleLabel", "rowLabel"].map(name => findChild(controls, name));
+        const interactive = tabOrder();
+        host.takeFrames();
         sensorsEmulationManager.setSensorEnabled(data.sensor, false);
         for (const controls of page.sensorsControlsIds) {
-            compare(controls.controlsEnabled, !data.controls.includes(controls.objectName), controls.objectName);
+            const off = data.controls.includes(controls.objectName);
+            compare(controls.controlsEnabled, !off, controls.objectName);
             compare(controls.visible, true, controls.objectName);
+            verify(labels(controls).every(label => label.enabled === !off), controls.objectName);
         }
+        const greyed = interactive.filter(item => !item.enabled);
+        const names = data.controls.map(name => object(name).title);
+        verify(greyed.length > 0);
+        for (const item of interactive) {
+            const description = screenReader.describe(item);
+            const belongs = names.some(name => description.name === name || description.name.startsWith(name + " "));
+            compare(item.enabled, !(belongs && !description.name.endsWith(" Management")), description.name);
+            compare(description.disabled, !item.enabled, description.name);
+        }
+        for (const item of greyed) {
+            if (item instanceof Slider)
+                drag(item, 10000);
+            else
+                mouseClick(item);
+            verify(!item.activeFocus);
+            verify(!(item instanceof ComboBox) || !item.popup.visible);
+        }
+        compareFrames([]);
         sensorsEmulationManager.setSensorEnabled(data.sensor, true);
         for (const controls of page.sensorsControlsIds)
             compare(controls.controlsEnabled, true, controls.objectName);
+        verify(interactive.every(item => item.enabled));
     }
 
     function test_unavailableSensorIsHidden_data(): var {

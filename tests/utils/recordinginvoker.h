@@ -31,7 +31,7 @@ public:
     /// Ends every open connection.
     void dropClients();
 
-    void sendText(const QString &text);
+    Q_INVOKABLE void sendText(const QString &text);
     void sendBinary(const QByteArray &data);
 
     /// Text frames so far, as they came.

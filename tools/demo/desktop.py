@@ -85,6 +85,10 @@ class Element:
         return self.has(Atspi.StateType.SHOWING) and self.rectangle.width > 0
 
     @property
+    def enabled(self) -> bool:
+        return self.has(Atspi.StateType.ENABLED)
+
+    @property
     def checked(self) -> bool:
         return self.has(Atspi.StateType.CHECKED)
 
@@ -255,6 +259,10 @@ class Desktop:
     def double_click(self, target: Element) -> None:
         self.move(*target.rectangle.centre)
         self._xdotool("click", "--repeat", 2, "--delay", 50, 1)
+
+    def scroll(self, notches: int) -> None:
+        """Turns the mouse wheel downwards, where the mouse stands."""
+        self._xdotool("click", "--repeat", notches, 5)
 
     def drag(self, start: tuple[int, int], end: tuple[int, int], steps: int = 10) -> None:
         """Presses at one point, moves to the other in steps, and lets go."""

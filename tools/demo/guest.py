@@ -54,10 +54,26 @@ class Guest:
     def sensors(self) -> dict[str, Any]:
         return self.properties(SENSORS)
 
+    def call_sensors(self, method: str, *arguments: str) -> None:
+        """Calls the sensor service from inside, past the invoker."""
+        path = "/" + SENSORS.replace(".", "/")
+        self.run(
+            "gdbus", "call", "--system", "--dest", SENSORS, "--object-path", path,
+            "--method", f"{SENSORS}.{method}", *arguments,
+        )  # fmt: skip
+
     def sensors_when(self, wanted: dict[str, Any]) -> dict[str, Any] | None:
         """The sensors' state once it holds what is wanted, None before."""
         state = self.sensors()
         return state if all(state[name] == value for name, value in wanted.items()) else None
+
+    def sensors_answer(self) -> bool:
+        """Whether the sensor service is there."""
+        try:
+            self.sensors()
+        except RuntimeError:
+            return False
+        return True
 
     # --- packages -------------------------------------------------------------------------------
 

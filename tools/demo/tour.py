@@ -20,10 +20,11 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from desktop import Desktop, Timeout, wait_for  # noqa: E402
 from guest import Guest  # noqa: E402
 from ide import Ide  # noqa: E402
+from sensors import SensorPages  # noqa: E402
 from session import Session, connections  # noqa: E402
 
-# What a user left behind the last time; the guest must hold it once the window is open.
 SUBMENU = "Velmo OS"
+# What a user left behind the last time; the guest must hold it once the window is open.
 STORED = {
     "accelerometer_x": 120,
     "accelerometer_y": -340,
@@ -32,6 +33,12 @@ STORED = {
     "proximity_reflectance": 7,
     "magnetometer_calib_level": 2,
 }
+
+# One group of controls for each sensor.
+ROWS = [
+    "Accelerometer", "Magnetometer", "Compass", "Magnetic Field", "Orientation Sensor", "Gyroscope", "Light Sensor",
+    "Proximity Sensor", "Tap Sensor",
+]  # fmt: skip
 
 
 class Tour:
@@ -103,10 +110,70 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     state = wait_for("the stored values in the guest", lambda: guest.sensors_when(wanted), 60)
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
+    show_sensor_pages(tour, desktop, ide, guest)
+
     code = ide.quit()
     if code:
         raise Timeout(f"the IDE ended with exit code {code}")
     tour.step("IDE closed", f"exit code {code}")
+
+
+def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> None:
+    pages = SensorPages(ide, guest)
+    calls = pages.calls
+    calls.start_behind(guest.frames())
+
+    def in_the_guest(**wanted: object) -> str:
+        state = wait_for(f"{wanted} in the guest", lambda: guest.sensors_when(wanted), 60)
+        return ", ".join(f"{name} {state[name]}" for name in wanted)
+
+    pages.drag_slider("Accelerometer X", pixels=60, steps=12)
+    held = in_the_guest(accelerometerX=pages.shown_thousandths("Accelerometer X"))
+    steps = calls.take(1)
+    tour.step("Slider dragged", f"{len(steps)} calls, the last is {steps[-1]!r}; the guest holds {held}", desktop)
+
+    pages.type_number("Magnetometer Y", "-12.345")
+    desktop.press("Return")
+    held = in_the_guest(magnetometerY=-1.2345e-05)
+    tour.step("Number typed", f"{calls.take(1)[-1]!r}; the guest holds {held}", desktop)
+    desktop.press("Tab")  # which sends the number once more
+    calls.take(1)
+
+    for title, choose, wanted in (
+        ("Light level chosen", lambda: pages.choose_entry("Light Sensor Light level", "Sunny"), {"als": 2500}),
+        ("Near pressed", lambda: pages.click("button", "Proximity Sensor Near"), {"proximity": 0}),
+        ("Tap direction chosen", lambda: pages.choose_entry("Tap Sensor Direction", "Z_Pos"), {"tap": 6}),
+    ):
+        choose()
+        received = calls.take(1)
+        tour.step(title, f"{received[-1]!r}; the guest holds {in_the_guest(**wanted)}", desktop)
+
+    pages.switch_off("Gyroscope")
+    received = calls.take(8)
+    state = guest.sensors()
+    tour.step(
+        "Gyroscope switched off",
+        f"{len(received)} calls, among them {next(call for call in received if 'gyroscope' in call)!r}; "
+        f"the guest has {', '.join(state['enabledSensors'])}",
+        desktop,
+    )
+    ide.show_page("Sensors Values")
+    slider = pages.control("slider", "Gyroscope X")
+    tour.step("Gyroscope greyed", f"its slider is {'enabled' if slider.enabled else 'disabled'}", desktop)
+
+    offered = [name for name in ROWS if pages.find("", name)]
+    pages.choose_device_model("Velmo Tablet")
+    wait_for("the rows to follow", lambda: not pages.find("", ROWS[-1]), 60)
+    remaining = [name for name in ROWS if pages.find("", name)]
+    enabled = wait_for(
+        "the sensors of a tablet", lambda: "tap" not in (on := guest.sensors()["enabledSensors"]) and on, 60
+    )
+    tour.step(
+        "Device model switched",
+        f"the rows {', '.join(name for name in offered if name not in remaining)} are gone, "
+        f"{', '.join(remaining)} stay; the guest has {', '.join(enabled)}",
+        desktop,
+    )
 
 
 def main() -> int:

@@ -82,7 +82,7 @@ public:
         m_bare.open(QUrl(u"ws://127.0.0.1:%1"_s.arg(RemoteDBusInvokerService::hostTcpPort)));
         if (!QTest::qWaitFor([this] { return m_bare.isValid(); }, patience))
             fail("no connection");
-        m_host.invoker()->takeFrames();
+        m_host.takeFrames();
     }
 
     /// Drags the handle of a slider to and fro, one pixel a step.
@@ -96,7 +96,7 @@ public:
             return left + QPoint(x < way ? x : 2 * way - x, 0);
         };
         QTest::mousePress(&m_view, Qt::LeftButton, {}, place(0));
-        m_host.invoker()->takeFrames(); // the press is a step itself where the handle was elsewhere
+        m_host.takeFrames(); // the press is a step itself where the handle was elsewhere
         const StepTimes times = round([&](int step) { moveMouse(place(step + 1)); });
         QTest::mouseRelease(&m_view, Qt::LeftButton, {}, place(stepsPerRound));
         return times;
@@ -200,7 +200,7 @@ private:
     template<typename Step>
     StepTimes round(const Step &step)
     {
-        m_host.invoker()->takeFrames();
+        m_host.takeFrames();
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < stepsPerRound; ++i)
@@ -208,10 +208,10 @@ private:
         StepTimes times;
         times.call = milliseconds(timer) / stepsPerRound;
         const QDeadlineTimer deadline(patience);
-        while (m_host.invoker()->arrived() < stepsPerRound && !deadline.hasExpired())
+        while (m_host.invoker()->frames().size() < stepsPerRound && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
         times.arrival = milliseconds(timer) / stepsPerRound;
-        times.frames = int(m_host.invoker()->takeFrames().size());
+        times.frames = int(m_host.takeFrames().size());
         if (times.frames != stepsPerRound)
             fail("the frames are not as many as the steps");
         return times;

@@ -22,13 +22,16 @@
 #include <QQmlEngine>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace EmulationManagement::Internal;
 
 namespace {
 QMainWindow *theMainWindow = nullptr;
-}
+
+const QString lastFrame = u"the last frame was sent before this "_s;
+} // namespace
 
 // Dialogs ask the IDE for nothing but its main window; this one is the test's.
 QMainWindow *Core::ICore::mainWindow()
@@ -49,8 +52,7 @@ ViewHost::ViewHost()
         new Utils::QtcSettings(m_settingsDir->filePath(u"settings.ini"_s), QSettings::IniFormat));
     theMainWindow = m_mainWindow.get();
     registerTypes();
-    if (!m_invoker.connectChannel(&m_channel))
-        qFatal("The channel does not open.");
+    openChannel();
 }
 
 ViewHost::~ViewHost()
@@ -70,6 +72,37 @@ void ViewHost::registerTypes()
     qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
     qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
     qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
+}
+
+void ViewHost::openChannel()
+{
+    if (!m_invoker.listen(RemoteDBusInvokerService::hostTcpPort))
+        qFatal("The channel's port is taken.");
+    bool connected = false;
+    connect(
+        &m_channel,
+        &RemoteDBusInvokerService::webSocketConnected,
+        this,
+        [&connected] { connected = true; },
+        Qt::SingleShotConnection);
+    m_channel.connectToEmulator();
+    if (!QTest::qWaitFor([&] { return connected && m_invoker.clients() == 1; }, 30'000))
+        qFatal("The channel does not open.");
+}
+
+QStringList ViewHost::takeFrames()
+{
+    // One channel keeps the order: when this frame is here, all earlier ones are.
+    m_channel.callDBusMethod(lastFrame, {}, {}, {}, {}, {});
+    QStringList frames;
+    const auto lastIsHere = [&] {
+        frames += m_invoker.takeFrames();
+        return !frames.isEmpty() && frames.constLast().startsWith(lastFrame);
+    };
+    if (!QTest::qWaitFor(lastIsHere, 30'000))
+        qFatal("The recording invoker has lost its connection.");
+    frames.removeLast();
+    return frames;
 }
 
 void ViewHost::setTheme(const QString &name)
@@ -112,7 +145,7 @@ void ViewHost::startAnew()
     m_sensors = std::make_unique<SensorsEmulationManager>(nullptr);
     m_sensors->setRdbusinvoker(&m_channel);
     m_context->setContextProperty(u"sensorsEmulationManager"_s, m_sensors.get());
-    m_invoker.takeFrames();
+    takeFrames();
 }
 
 void ViewHost::setSensorAvailable(const QString &sensorName, bool available)

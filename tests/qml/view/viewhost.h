@@ -4,7 +4,7 @@
 #pragma once
 
 #include "remote/remotedbusinvokerservice.h"
-#include "view/recordinginvoker.h"
+#include "utils/recordinginvoker.h"
 
 #include <QObject>
 #include <QPalette>
@@ -44,10 +44,12 @@ public:
     /// Sets the context properties for one view.
     void setUp(QQmlContext *context);
 
-    RecordingInvoker *invoker() { return &m_invoker; }
+    TestUtils::RecordingInvoker *invoker() { return &m_invoker; }
     EmulationManagement::Internal::RemoteDBusInvokerService *channel() { return &m_channel; }
     EmulationManagement::Internal::SensorsEmulationManager *sensors() { return m_sensors.get(); }
 
+    /// Every frame sent since the last call, in order. Frames still on their way are waited for.
+    Q_INVOKABLE QStringList takeFrames();
     /// A new manager and empty settings, as at the very first start. Views made before must be gone.
     Q_INVOKABLE void startAnew();
     /// What the emulator's mode has the plugin say.
@@ -58,13 +60,14 @@ Q_SIGNALS:
 
 private:
     static void registerTypes();
+    void openChannel();
     void setThemeProperties();
 
     std::unique_ptr<QTemporaryDir> m_settingsDir;
     std::unique_ptr<ExtensionSystem::PluginManager> m_pluginManager;
     std::unique_ptr<QMainWindow> m_mainWindow;
     EmulationManagement::Internal::RemoteDBusInvokerService m_channel;
-    RecordingInvoker m_invoker;
+    TestUtils::RecordingInvoker m_invoker;
     std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
     QPointer<QQmlContext> m_context;
     QPalette m_palette; // the desktop's
