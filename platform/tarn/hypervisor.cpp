@@ -16,6 +16,7 @@
 #include <array>
 #include <atomic>
 #include <optional>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -214,7 +215,7 @@ std::optional<QList<DomainSnapshot>> Hypervisor::Worker::list() const
         if (const auto snapshot = snapshotOf(domain.get()))
             snapshots.append(*snapshot);
     }
-    std::free(domains);
+    std::free(static_cast<void *>(domains));
     return snapshots;
 }
 
@@ -238,7 +239,7 @@ Hypervisor::~Hypervisor()
     m_pool->start([worker = m_worker] { worker->close(); });
     if (!m_pool->waitForDone(QDeadlineTimer(endTimeout))) {
         qCWarning(libvirtLog, "The hypervisor does not answer; a call to it is given up.");
-        m_pool.release(); // would wait for the thread
+        std::ignore = m_pool.release(); // would wait for the thread
     }
     for (const Done &done : std::exchange(m_pending, {})) {
         if (done)
@@ -267,7 +268,7 @@ void Hypervisor::open(const ConnectionSettings &settings)
                 return;
             }
             const QPointer self(this);
-            Q_EMIT opened(uri);
+            Q_EMIT opened(uri); // NOLINT(clang-analyzer-core.CallAndMessage) not null before
             if (self && domains)
                 Q_EMIT domainsListed(*domains);
         });
@@ -288,7 +289,7 @@ void Hypervisor::post(const Operation &operation, const Done &done)
         link->post([this, task, error, domains] {
             const QPointer self(this);
             if (domains)
-                Q_EMIT domainsListed(*domains);
+                Q_EMIT domainsListed(*domains); // NOLINT(clang-analyzer-core.CallAndMessage) not null before
             if (self)
                 finish(task, error);
         });

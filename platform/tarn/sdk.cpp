@@ -152,7 +152,7 @@ bool Sdk::Private::addOne()
     const auto found = std::ranges::find_if(domains, isNew);
     if (found == domains.end())
         return false;
-    const DomainSnapshot snapshot = *found;
+    const DomainSnapshot &snapshot = *found;
     for (const QString &warning : snapshot.description.warnings)
         qCWarning(tarnLog).noquote() << "The definition of" << snapshot.name << warning;
     const auto position = std::ranges::lower_bound(entries, snapshot, isBefore, &Entry::snapshot);
@@ -172,7 +172,8 @@ bool Sdk::Private::updateOne()
             domains, [&](const DomainSnapshot &domain) { return isSameMachine(domain, entry.snapshot); });
         if (entry.removing || domain == domains.end() || *domain == entry.snapshot)
             continue;
-        const DomainSnapshot snapshot = *domain;
+        // A copy: the list may be another one before the emulator's receivers are through.
+        const DomainSnapshot snapshot = *domain; // NOLINT(performance-unnecessary-copy-initialization)
         if (snapshot.description.warnings != entry.snapshot.description.warnings) {
             for (const QString &warning : snapshot.description.warnings)
                 qCWarning(tarnLog).noquote() << "The definition of" << snapshot.name << warning;

@@ -307,7 +307,7 @@ void VirtualMachine::addPortForwarding(
                 self->d->report(problem);
             reply(false);
         };
-        QTimer::singleShot(0, fail);
+        QTimer::singleShot(0, fail); // clazy:exclude=connect-3arg-lambda the caller is answered in any case
         return;
     }
     const PortRule rule{

@@ -32,7 +32,7 @@
 #include <QSettings>
 #include <QTranslator>
 #include <QUrl>
-#include <QtQml>
+#include <qqml.h>
 
 using namespace Qt::StringLiterals;
 

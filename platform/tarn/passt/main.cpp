@@ -103,7 +103,7 @@ void checkPorts(const std::string &specification, int type)
         const int probe = socket(AF_INET, type | SOCK_CLOEXEC, 0);
         const int on = 1;
         setsockopt(probe, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-        if (bind(probe, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0)
+        if (probe < 0 || bind(probe, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0)
             fail("the port " + std::to_string(ntohs(address.sin_port)) + " cannot be used: " + systemError());
         close(probe);
     }
@@ -129,6 +129,8 @@ void detach()
 {
     setsid();
     const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nowhere < 0)
+        return;
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(nowhere, stream);
 }
@@ -145,6 +147,7 @@ void detach()
     std::vector<std::string> arguments{program, "--foreground", "--fd", std::to_string(connection)};
     arguments.insert(arguments.end(), options.forPasst.begin(), options.forPasst.end());
     std::vector<char *> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string &argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
