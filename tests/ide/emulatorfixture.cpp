@@ -112,6 +112,26 @@ QStringList EmulatorFixture::framesOf(const std::function<void()> &action)
     return all.sliced(before, all.indexOf(marker) - before);
 }
 
+QStringList EmulatorFixture::framesOfDeviceModel(const QString &name)
+{
+    const auto change = [this](const QString &model) {
+        return framesOf([&] { Q_EMIT emulator()->deviceModelNameChanged(model); });
+    };
+    if (m_timesApplied == 0) {
+        // A model that is known to nobody enables each sensor once.
+        const qsizetype frames = change(u"Known to nobody"_s).size();
+        if (frames == 0 || frames % allSensors.size() != 0)
+            return {u"no whole sets of frames"_s};
+        m_timesApplied = frames / allSensors.size();
+    }
+    const QStringList frames = change(name);
+    const QStringList once = frames.first(frames.size() / m_timesApplied);
+    QStringList repeated;
+    for (qsizetype i = 0; i < m_timesApplied; ++i)
+        repeated += once;
+    return frames == repeated ? once : QStringList{u"the sets differ"_s};
+}
+
 QList<EmulatorFixture::LogEntry> EmulatorFixture::log() const
 {
     QFile file(m_directory.filePath(u"invoker.log"_s));

@@ -47,6 +47,10 @@ public:
     /// them have arrived. Nothing if it does not come.
     QStringList framesOf(const std::function<void()> &action);
 
+    /// What one application of a device model's sensors sends. The SDK's notifications at its start decide how often a
+    /// change is applied; all of them must be alike. The channel must be open.
+    QStringList framesOfDeviceModel(const QString &name);
+
 private:
     struct LogEntry
     {
@@ -59,6 +63,7 @@ private:
     TestUtils::SshServer m_ssh;
     QProcess m_services;
     int m_marker = 1'000'000;
+    qsizetype m_timesApplied = 0;
 };
 
 /// The output of "rpm -qa" on a complete emulator, without the packages named.

@@ -65,6 +65,8 @@ private Q_SLOTS:
 
     void preparesStartsChecksAndShows();
     void refusesARunningEmulatorWithoutRules();
+    void refusesARunningEmulatorWithOnlyTheTcpRule();
+    void refusesARunningEmulatorWithOnlyTheUdpRule();
     void namesAMissingPackageAndChecksAfresh();
     void namesAllPackagesWhenRefused();
     void sendsValuesOnEachConnection();
@@ -81,6 +83,7 @@ private Q_SLOTS:
 private:
     void addRule(const QString &name, const QString &protocol, quint16 hostPort, quint16 emulatorPort);
     void startMachine();
+    void checkRefusal();
 
     std::unique_ptr<EmulatorFixture> m_fixture;
     Tarn::VirtualMachine *m_machine = nullptr;
@@ -150,6 +153,27 @@ void tst_OpenView::preparesStartsChecksAndShows()
 
 void tst_OpenView::refusesARunningEmulatorWithoutRules()
 {
+    checkRefusal();
+    QVERIFY(!m_machine->hasPortForwarding(5454));
+    QVERIFY(!m_machine->hasPortForwarding(34343));
+}
+
+void tst_OpenView::refusesARunningEmulatorWithOnlyTheTcpRule()
+{
+    addRule(u"emulationmanagementtcp"_s, u"tcp"_s, 5454, 1234);
+    checkRefusal();
+    QVERIFY(!m_machine->hasPortForwarding(34343));
+}
+
+void tst_OpenView::refusesARunningEmulatorWithOnlyTheUdpRule()
+{
+    addRule(u"emulationmanagementudp"_s, u"udp"_s, 34343, 34343);
+    checkRefusal();
+    QVERIFY(!m_machine->hasPortForwarding(5454));
+}
+
+void tst_OpenView::checkRefusal()
+{
     startMachine();
 
     m_user.click(QMessageBox::Ok);
@@ -168,8 +192,6 @@ void tst_OpenView::refusesARunningEmulatorWithoutRules()
     QCOMPARE(box.parent, Core::ICore::mainWindow());
 
     QVERIFY(!view()->isVisible());
-    QVERIFY(!m_machine->hasPortForwarding(5454));
-    QVERIFY(!m_machine->hasPortForwarding(34343));
     QCOMPARE(m_fixture->ssh().commands(), QStringList());
     QCOMPARE(m_fixture->connections(), 0);
 }

@@ -29,13 +29,13 @@ private Q_SLOTS:
     void laterFileOfTheSameNameWins();
     void unnamedSensorsStayAsTheyWere();
     void unknownSensorIsAddedToBothMaps();
+    void nothingIsLoggedAboutTheFiles();
 
 private:
-    QStringList framesOfModel(const QString &name);
+    QStringList framesOfModel(const QString &name) { return m_fixture->framesOfDeviceModel(name); }
     QVariantMap availability() const { return sensorsManager()->property("sensorsAvailability").toMap(); }
 
     std::unique_ptr<EmulatorFixture> m_fixture;
-    int m_sets = 0;
 };
 
 namespace {
@@ -62,24 +62,6 @@ void tst_SensorsConfigurations::initTestCase()
     QVERIFY(m_fixture->emulator());
     openView();
     QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), 15, 30'000);
-
-    // A change is handled once per set of connections; one model that is known to nobody tells how many there are.
-    const qsizetype frames =
-        m_fixture->framesOf([this] { Q_EMIT m_fixture->emulator()->deviceModelNameChanged(u"Unknown"_s); }).size();
-    QCOMPARE_GE(frames, allSensors.size());
-    QCOMPARE(frames % allSensors.size(), 0);
-    m_sets = int(frames / allSensors.size());
-}
-
-// What one application of the model's sensors sends.
-QStringList tst_SensorsConfigurations::framesOfModel(const QString &name)
-{
-    const QStringList frames = m_fixture->framesOf([&] { Q_EMIT m_fixture->emulator()->deviceModelNameChanged(name); });
-    const QStringList once = frames.first(frames.size() / m_sets);
-    QStringList repeated;
-    for (int i = 0; i < m_sets; ++i)
-        repeated += once;
-    return frames == repeated ? once : QStringList{u"the sets differ"_s};
 }
 
 void tst_SensorsConfigurations::deviceModels_data()
@@ -106,6 +88,9 @@ void tst_SensorsConfigurations::deviceModels_data()
     QTest::newRow("a file without sensors is as good as none") << u"No sensors"_s << everything;
     QTest::newRow("a file without a name is the one of the empty name")
         << QString() << QStringList{disabling(u"proximity"_s)};
+    // The section's name lacks its end, so the line is its name; what follows the next section's line is not its own.
+    QTest::newRow("a malformed file gives what can be read from it")
+        << u"Malformed"_s << QStringList{disabling(u"als"_s)};
     QTest::newRow("names are compared with their letter case") << u"partial"_s << everything;
     QTest::newRow("other files are not read") << u"Not an INI file"_s << everything;
     QTest::newRow("folders are not searched") << u"In a folder"_s << everything;
@@ -147,6 +132,15 @@ void tst_SensorsConfigurations::unknownSensorIsAddedToBothMaps()
     QCOMPARE(framesOfModel(u"Unknown sensor"_s), expected);
     QCOMPARE(availability().value(u"thermometer"_s), QVariant(true));
     QCOMPARE(sensorsManager()->property("sensorsEnabledStates").toMap().value(u"thermometer"_s), QVariant(true));
+}
+
+void tst_SensorsConfigurations::nothingIsLoggedAboutTheFiles()
+{
+    for (const Message &message : recordedMessages()) {
+        QVERIFY2(!message.text.contains(".ini"_L1), qUtf8Printable(message.text));
+        QVERIFY2(!message.text.contains("Malformed"_L1), qUtf8Printable(message.text));
+        QVERIFY2(!message.text.contains("QSettings"_L1), qUtf8Printable(message.text));
+    }
 }
 
 #include "tst_sensorsconfigurations.moc"

@@ -6,6 +6,7 @@
 
 #include <coreplugin/actionmanager/actioncontainer.h>
 #include <coreplugin/actionmanager/actionmanager.h>
+#include <coreplugin/actionmanager/command.h>
 #include <coreplugin/coreconstants.h>
 #include <extensionsystem/iplugin.h>
 #include <extensionsystem/pluginmanager.h>
@@ -97,6 +98,18 @@ void tst_Startup::menuEntry()
     QVERIFY(action);
     QCOMPARE(action->text(), u"Emulation Management\u2026"_s);
     QVERIFY(action->isEnabled());
+
+    const Core::Command *command =
+        Core::ActionManager::command("EmulationManagement.ShowEmulationManagementView.Action");
+    const QAction *registered = command->actionForContext("Global Context");
+    QVERIFY(registered);
+    QCOMPARE(registered->parent(), plugin());
+    for (const Utils::Id &context : command->context()) {
+        if (context != Utils::Id("Global Context"))
+            QVERIFY2(!command->actionForContext(context), context.name().toByteArray().constData());
+    }
+    QVERIFY(!command->isScriptable());
+    QVERIFY(!command->isScriptable(Core::Context("Global Context")));
 
     Core::ActionContainer *submenu = Core::ActionManager::actionContainer("Vok.Tools.Menu");
     QVERIFY(submenu);

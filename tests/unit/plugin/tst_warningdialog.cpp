@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QMainWindow>
+#include <QMetaProperty>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void describesItselfToQml();
     void startsEmptyWithOkAndCancel();
     void settersAlwaysNotify();
     void showsAQuestionOverTheMainWindow();
@@ -62,6 +64,39 @@ void tst_WarningDialog::cleanup()
     QVERIFY(m_mainWindow->findChildren<QMessageBox *>().isEmpty());
     theMainWindow = nullptr;
     m_mainWindow.reset();
+}
+
+void tst_WarningDialog::describesItselfToQml()
+{
+    const QMetaObject &metaObject = WarningDialog::staticMetaObject;
+    QStringList properties;
+    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
+        const QMetaProperty property = metaObject.property(i);
+        QVERIFY(property.isReadable() && property.isWritable());
+        properties.append(u"%1 %2 %3"_s.arg(
+            QString::fromLatin1(property.typeName()),
+            QString::fromLatin1(property.name()),
+            QString::fromLatin1(property.notifySignal().methodSignature())));
+    }
+    const QStringList expectedProperties{
+        u"QString text textChanged()"_s,
+        u"QFlags<QMessageBox::StandardButton> standardButtons standardButtonsChanged()"_s,
+        u"bool withDoNotShowAgainCheckBox withDoNotShowAgainCheckBoxChanged()"_s,
+    };
+    QCOMPARE(properties, expectedProperties);
+
+    QStringList methods;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i)
+        methods.append(QString::fromLatin1(metaObject.method(i).methodSignature()));
+    const QStringList expectedMethods{
+        u"textChanged()"_s,
+        u"standardButtonsChanged()"_s,
+        u"withDoNotShowAgainCheckBoxChanged()"_s,
+        u"accepted(bool)"_s,
+        u"rejected()"_s,
+        u"show()"_s,
+    };
+    QCOMPARE(methods, expectedMethods);
 }
 
 void tst_WarningDialog::startsEmptyWithOkAndCancel()

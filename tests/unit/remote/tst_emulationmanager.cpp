@@ -84,8 +84,15 @@ void TestEmulationManager::describesItselfToQml()
     QVERIFY(property.isReadable() && property.isWritable());
     QCOMPARE(property.typeName(), "EmulationManagement::Internal::RemoteDBusInvokerService*");
     QCOMPARE(property.notifySignal().methodSignature(), "rdbusinvokerChanged()");
-    QVERIFY(metaObject.indexOfSignal("emulatorConnected()") >= 0);
-    QVERIFY(metaObject.indexOfSignal("replyFromEmulatorReceived(QString)") >= 0);
+    QCOMPARE(metaObject.propertyCount() - metaObject.propertyOffset(), 1);
+    QStringList methods;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
+        QCOMPARE(metaObject.method(i).methodType(), QMetaMethod::Signal);
+        methods.append(QString::fromLatin1(metaObject.method(i).methodSignature()));
+    }
+    const QStringList expected{
+        u"rdbusinvokerChanged()"_s, u"emulatorConnected()"_s, u"replyFromEmulatorReceived(QString)"_s};
+    QCOMPARE(methods, expected);
 
     RemoteDBusInvokerService channel;
     Manager manager;
