@@ -9,15 +9,26 @@
 #include <coreplugin/icore.h>
 #include <extensionsystem/pluginmanager.h>
 
-#include <QCoreApplication>
 #include <QTest>
-#include <QTimer>
 
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace IdeTests {
+
+namespace {
+
+// An exit code that is only asked for gets lost when something else ends the event loop.
+[[noreturn]] void endWithFailure()
+{
+    std::fflush(nullptr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace
 
 // All plugins are constructed before the first one is initialized: what that one prints is seen.
 TestPlugin::TestPlugin()
@@ -51,20 +62,19 @@ void TestPlugin::run()
 {
     const QString className = m_test.section(u':', 0, 0);
     const QString functionName = m_test.section(u':', 1);
-    const std::unique_ptr<QObject> test = createTest(className);
+    std::unique_ptr<QObject> test = createTest(className);
     if (!test) {
         qWarning("There is no test class %s.", qUtf8Printable(className));
-        QCoreApplication::exit(EXIT_FAILURE);
-        return;
+        endWithFailure();
     }
     QStringList arguments{className};
     if (!functionName.isEmpty())
         arguments.append(functionName);
     const int failures = QTest::qExec(test.get(), arguments);
+    test.reset(); // ends what it has started
     if (failures)
-        QCoreApplication::exit(EXIT_FAILURE);
-    else
-        Core::ICore::exit();
+        endWithFailure();
+    Core::ICore::exit();
 }
 
 } // namespace IdeTests
