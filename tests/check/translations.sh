@@ -2,25 +2,43 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # usage: translations.sh LUPDATE
-# Every text of the plugin is translated, and no translation is left of a text that is gone.
+# Every text of the plugin is translated, in its context and in the order of the sources, and no translation is left of a
+# text that is gone.
 set -euo pipefail
 lupdate=$1
 project=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
-sources() { grep -o '<source>.*' "$1" | sort; }
+# messages FILE: each message whole, but for its translation, under its context
+messages() {
+    python3 - "$1" <<'PYTHON'
+import sys
+from xml.etree import ElementTree
+
+for context in ElementTree.parse(sys.argv[1]).getroot().iter("context"):
+    print(f"in {context.findtext('name')}")
+    for message in context.iter("message"):
+        parts = {part.tag: part.text for part in message if part.tag not in ("translation", "location")}
+        print("   ", message.attrib, parts)
+PYTHON
+}
+
+fresh=$scratch/fresh.ts
+"$lupdate" -silent -locations none -source-language en -target-language de "$project/src" -ts "$fresh"
+messages "$fresh" >"$scratch/messages"
+if [[ ! -s $scratch/messages ]]; then
+    echo "lupdate finds no texts" >&2
+    exit 1
+fi
 
 status=0
 for committed in "$project"/translations/*.ts; do
-    fresh=$scratch/$(basename "$committed")
-    cp "$committed" "$fresh"
-    "$lupdate" -silent -locations none -no-obsolete "$project/src" -ts "$fresh"
-    if ! diff <(sources "$committed") <(sources "$fresh"); then
+    if ! messages "$committed" | diff - "$scratch/messages"; then
         echo "$(basename "$committed") is not up to date: see translations/CMakeLists.txt" >&2
         status=1
     fi
-    if grep -n 'type="unfinished"' "$committed"; then
+    if grep -nE 'type="(unfinished|vanished|obsolete)"' "$committed"; then
         echo "$(basename "$committed") is not complete" >&2
         status=1
     fi
