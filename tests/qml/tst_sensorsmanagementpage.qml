@@ -3,7 +3,6 @@
 
 import QtQuick
 import QtQuick.Dialogs
-import QtTest
 import "qrc:/emulationmanagement/qml"
 
 ViewTestCase {
@@ -15,7 +14,7 @@ ViewTestCase {
     readonly property string question: "The sensor configuration has been changed. Apply or discard changes?"
 
     function box(sensor: string): Item {
-        return object(sensor + "CheckBox");
+        return object(sensor + "CheckBox") as Item;
     }
 
     function clickBox(sensor: string) {
