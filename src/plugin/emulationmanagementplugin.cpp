@@ -59,6 +59,9 @@ constexpr auto separatorRole = Utils::Theme::FancyToolBarSeparatorColor;
 constexpr auto darkFlag = Utils::Theme::DarkUserInterface;
 static_assert(backgroundRole == 2 && highlightRole == 59 && separatorRole == 13 && darkFlag == 14);
 
+// Smaller, the rows' sliders have no room.
+constexpr QSize smallestViewSize(1000, 400);
+
 // A text with commas is read as a list, and is neither empty nor one of the words for "no".
 bool isAvailable(const QVariant &value)
 {
@@ -158,8 +161,10 @@ void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()
         SensorsConfiguration configuration;
         file.beginGroup("sensors"_L1);
         const QStringList sensorNames = file.childKeys();
-        for (const QString &sensorName : sensorNames)
-            configuration.sensors.insert(sensorName, isAvailable(file.value(sensorName, true)));
+        for (const QString &sensorName : sensorNames) {
+            if (!sensorName.isEmpty()) // which QSettings lists, but does not read without a warning
+                configuration.sensors.insert(sensorName, isAvailable(file.value(sensorName, true)));
+        }
         file.endGroup();
         m_emulatorModesSensorsConfigurations.insert(file.value("device-name"_L1).toString(), configuration);
     }
@@ -175,6 +180,7 @@ void EmulationManagementPlugin::setupView()
 {
     m_view.setTitle(tr("Emulation Management"));
     m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view.setMinimumSize(smallestViewSize);
     m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
     // The IDE ends when its last window is closed: this one must not outlive the main window.
     connect(Core::ICore::instance(), &Core::ICore::coreAboutToClose, &m_view, &QWindow::close);

@@ -43,7 +43,10 @@ void WarningDialog::show()
 
     // The QML that declares this object may go while the box is open.
     const QPointer<WarningDialog> guard(this);
+    const QPointer<QWindow> asking = QGuiApplication::focusWindow();
     const int button = box.exec();
+    if (asking) // the box has brought the IDE's window before it
+        asking->requestActivate();
     if (!guard)
         return;
 

@@ -54,13 +54,12 @@ QVariantMap ScreenReader::describe(QObject *item) const
         value = number->currentValue();
     else if (QAccessibleTextInterface *text = interface->textInterface())
         value = text->text(0, text->characterCount());
-    else
-        value = interface->text(QAccessible::Value);
     QString name = interface->text(QAccessible::Name);
     if (name.isEmpty()) // where the platform has no bridge to the outside, buttons do not hand over their texts
         name = item->property("text").toString();
     return {
         {u"name"_s, name},
+        {u"description"_s, interface->text(QAccessible::Description)},
         {u"role"_s, QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(interface->role()))},
         {u"value"_s, value},
         {u"checked"_s, bool(interface->state().checked)},

@@ -547,25 +547,33 @@ ViewTestCase {
             {
                 tag: "light level",
                 box: "lightLevelBox/comboBox",
-                name: "Light Sensor Light level"
+                name: "Light Sensor Light level",
+                index: 4,
+                value: "Bright"
             },
             {
                 tag: "orientation",
                 box: "orientationBox/comboBox",
-                name: "Orientation Sensor Orientation"
+                name: "Orientation Sensor Orientation",
+                index: 2,
+                value: "LeftUp"
             },
             {
                 tag: "tap direction",
                 box: "directionBox/comboBox",
-                name: "Tap Sensor Direction"
+                name: "Tap Sensor Direction",
+                index: 7,
+                value: "Z_Pos"
             }
         ];
     }
 
     function test_choicesSpeak(data: var) {
         const box = object(data.box);
+        chooseFrom(box, data.index);
         const description = screenReader.describe(box);
-        compare([description.role, description.name, description.disabled], ["ComboBox", data.name, false]);
+        compare([description.role, description.name, description.description, description.disabled], ["ComboBox", data.name, data.value, false]);
+        host.takeFrames();
     }
 
     function test_groupsSpeak() {
@@ -809,6 +817,7 @@ ViewTestCase {
 
     function test_disabledSensorIsGreyed(data: var) {
         const labels = controls => ["titleLabel", "rowLabel"].map(name => findChild(controls, name));
+        const colours = new Map(page.sensorsControlsIds.map(controls => [controls, labels(controls).map(label => String(label.color))]));
         const interactive = tabOrder();
         host.takeFrames();
         sensorsEmulationManager.setSensorEnabled(data.sensor, false);
@@ -816,7 +825,10 @@ ViewTestCase {
             const off = data.controls.includes(controls.objectName);
             compare(controls.controlsEnabled, !off, controls.objectName);
             compare(controls.visible, true, controls.objectName);
-            verify(labels(controls).every(label => label.enabled === !off), controls.objectName);
+            labels(controls).forEach((label, i) => {
+                compare(label.enabled, !off, controls.objectName);
+                compare(String(label.color) !== colours.get(controls)[i], off, controls.objectName);
+            });
         }
         const greyed = interactive.filter(item => !item.enabled);
         const names = data.controls.map(name => object(name).title);

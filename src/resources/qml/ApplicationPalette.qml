@@ -10,6 +10,9 @@ import QtQuick
 Item {
     id: root
 
+    // What the style derives grooves and frames from: a dark theme's own colour would leave them nearly invisible.
+    readonly property color windowColor: darkUserInterface ? activePalette.mid : activePalette.window // qmllint disable unqualified
+
     // As a whole: each write to a window's palette goes through all its items.
     function apply() {
         if (Window.window)
@@ -21,22 +24,42 @@ Item {
     Palette {
         id: applicationPalette
 
-        accent: activePalette.accent
-        alternateBase: activePalette.alternateBase
-        base: activePalette.base
-        button: activePalette.button
-        buttonText: activePalette.buttonText
-        dark: activePalette.dark
-        highlight: activePalette.highlight
-        highlightedText: activePalette.highlightedText
-        light: activePalette.light
-        mid: activePalette.mid
-        midlight: activePalette.midlight
-        placeholderText: activePalette.placeholderText
-        shadow: activePalette.shadow
-        text: activePalette.text
-        window: activePalette.window
-        windowText: activePalette.windowText
+        active {
+            accent: activePalette.accent
+            alternateBase: activePalette.alternateBase
+            base: activePalette.base
+            button: activePalette.button
+            buttonText: activePalette.buttonText
+            dark: activePalette.dark
+            highlight: activePalette.highlight
+            highlightedText: activePalette.highlightedText
+            light: activePalette.light
+            mid: activePalette.mid
+            midlight: activePalette.midlight
+            placeholderText: activePalette.placeholderText
+            shadow: activePalette.shadow
+            text: activePalette.text
+            window: root.windowColor
+            windowText: activePalette.windowText
+        }
+        inactive {
+            accent: activePalette.accent
+            alternateBase: activePalette.alternateBase
+            base: activePalette.base
+            button: activePalette.button
+            buttonText: activePalette.buttonText
+            dark: activePalette.dark
+            highlight: activePalette.highlight
+            highlightedText: activePalette.highlightedText
+            light: activePalette.light
+            mid: activePalette.mid
+            midlight: activePalette.midlight
+            placeholderText: activePalette.placeholderText
+            shadow: activePalette.shadow
+            text: activePalette.text
+            window: root.windowColor
+            windowText: activePalette.windowText
+        }
         disabled {
             accent: disabledPalette.accent
             alternateBase: disabledPalette.alternateBase

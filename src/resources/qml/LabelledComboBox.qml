@@ -45,6 +45,7 @@ Item {
         textRole: "text"
         valueRole: "value"
         Accessible.name: root.accessibleName
+        Accessible.description: displayText
         onActivated: root.activated(currentValue)
     }
 }
