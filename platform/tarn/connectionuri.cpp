@@ -28,13 +28,6 @@ QString tr(const char *text)
     return QCoreApplication::translate("Tarn::Sdk", text);
 }
 
-bool isProgramInstalled(const QString &name)
-{
-    // An ordinary user's PATH seldom has the folders for system programs.
-    return !QStandardPaths::findExecutable(name).isEmpty()
-        || !QStandardPaths::findExecutable(name, {u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s}).isEmpty();
-}
-
 } // namespace
 
 QString embedRoot(const QString &uri)
@@ -45,12 +38,20 @@ QString embedRoot(const QString &uri)
     return QUrlQuery(url).queryItemValue(u"root"_s, QUrl::FullyDecoded);
 }
 
-QString connectionUri(const ConnectionSettings &settings)
+QStringList daemonFolders()
+{
+    return qEnvironmentVariable("PATH").split(u':', Qt::SkipEmptyParts)
+        + QStringList{u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s};
+}
+
+QString connectionUri(const ConnectionSettings &settings, const QStringList &daemonFolders)
 {
     if (!settings.uri.isEmpty())
         return settings.uri;
-    if (isProgramInstalled(u"virtqemud"_s) || isProgramInstalled(u"libvirtd"_s))
-        return u"qemu:///session"_s;
+    for (const QString &daemon : {u"virtqemud"_s, u"libvirtd"_s}) {
+        if (!QStandardPaths::findExecutable(daemon, daemonFolders).isEmpty())
+            return u"qemu:///session"_s;
+    }
     QString root = settings.embedRoot;
     if (root.isEmpty())
         root = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/velmo-emulators"_L1;
