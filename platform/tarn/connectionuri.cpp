@@ -23,10 +23,10 @@ constexpr auto embedConfiguration = "stdio_handler = \"file\"\n"
                                     "namespaces = []\n"
                                     "cgroup_controllers = []\n";
 
-QString tr(const char *text)
+struct Tr
 {
-    return QCoreApplication::translate("Tarn::Sdk", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Tarn::Internal)
+};
 
 } // namespace
 
@@ -76,20 +76,20 @@ QString prepareEmbedRoot(const QString &uri)
     QSaveFile file(fileName);
     if (!folder.mkpath(u"."_s) || !file.open(QIODevice::WriteOnly) || file.write(embedConfiguration) < 0
         || !file.commit())
-        return tr("The file \"%1\" could not be written.").arg(QDir::toNativeSeparators(fileName));
+        return Tr::tr("The file \"%1\" could not be written.").arg(QDir::toNativeSeparators(fileName));
     return {};
 }
 
 QString connectionHint(const QString &uri, const QString &libvirtMessage)
 {
     if (libvirtMessage.contains("driver.pid"_L1))
-        return tr("Another program is using these emulators; close it and connect again.");
+        return Tr::tr("Another program is using these emulators; close it and connect again.");
     if (!isLocalQemu(uri))
         return {};
     if (!embedRoot(uri).isEmpty())
-        return tr("libvirt's QEMU driver may be missing (package \"libvirt-daemon-driver-qemu\").");
-    return tr("libvirt's daemon or its QEMU driver may be missing (packages \"libvirt-daemon\" and "
-              "\"libvirt-daemon-driver-qemu\").");
+        return Tr::tr("libvirt's QEMU driver may be missing (package \"libvirt-daemon-driver-qemu\").");
+    return Tr::tr("libvirt's daemon or its QEMU driver may be missing (packages \"libvirt-daemon\" and "
+                  "\"libvirt-daemon-driver-qemu\").");
 }
 
 } // namespace Tarn::Internal
