@@ -14,7 +14,8 @@ enum class HostKeyCheck {
     // a virtual machine behind a port of this host's loopback interface: its host key changes whenever its image is
     // made anew, and who can listen on the port in its place is already running programs on this host.
     AcceptAnyHostKey,
-    // The server's key must already be in SshConnectionParameters::knownHostsFile; nothing is added to that file.
+    // The server's key must already be in SshConnectionParameters::knownHostsFile, or in the user's own file when that
+    // is empty; nothing is added to either.
     RequireKnownHostKey,
 };
 
@@ -29,8 +30,8 @@ struct SshConnectionParameters
     std::chrono::seconds timeout{10}; // for the connection and the handshake; at least 1 s
     // For the whole of one command, the connection included; zero means no limit.
     std::chrono::seconds commandTimeout{120};
-    HostKeyCheck hostKeyCheck = HostKeyCheck::AcceptAnyHostKey;
-    QString knownHostsFile; // absolute path; used by RequireKnownHostKey only
+    HostKeyCheck hostKeyCheck = HostKeyCheck::RequireKnownHostKey;
+    QString knownHostsFile; // absolute path, or empty; used by RequireKnownHostKey only
 
     friend bool operator==(const SshConnectionParameters &, const SshConnectionParameters &) = default;
 };

@@ -42,8 +42,9 @@ QStringList sshArguments(const QString &command, const SshConnectionParameters &
         options << u"StrictHostKeyChecking=no"_s << u"UserKnownHostsFile=/dev/null"_s;
         break;
     case HostKeyCheck::RequireKnownHostKey:
-        options << u"StrictHostKeyChecking=yes"_s
-                << u"UserKnownHostsFile=%1"_s.arg(quotedFileName(parameters.knownHostsFile));
+        options << u"StrictHostKeyChecking=yes"_s;
+        if (!parameters.knownHostsFile.isEmpty())
+            options << u"UserKnownHostsFile=%1"_s.arg(quotedFileName(parameters.knownHostsFile));
         break;
     }
     options << u"GlobalKnownHostsFile=/dev/null"_s << u"UpdateHostKeys=no"_s;

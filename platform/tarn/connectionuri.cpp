@@ -23,17 +23,10 @@ constexpr auto embedConfiguration = "stdio_handler = \"file\"\n"
                                     "namespaces = []\n"
                                     "cgroup_controllers = []\n";
 
-QString tr(const char *text)
+struct Tr
 {
-    return QCoreApplication::translate("Tarn::Sdk", text);
-}
-
-bool isProgramInstalled(const QString &name)
-{
-    // An ordinary user's PATH seldom has the folders for system programs.
-    return !QStandardPaths::findExecutable(name).isEmpty()
-        || !QStandardPaths::findExecutable(name, {u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s}).isEmpty();
-}
+    Q_DECLARE_TR_FUNCTIONS(Tarn::Internal)
+};
 
 } // namespace
 
@@ -45,12 +38,20 @@ QString embedRoot(const QString &uri)
     return QUrlQuery(url).queryItemValue(u"root"_s, QUrl::FullyDecoded);
 }
 
-QString connectionUri(const ConnectionSettings &settings)
+QStringList daemonFolders()
+{
+    return qEnvironmentVariable("PATH").split(u':', Qt::SkipEmptyParts)
+        + QStringList{u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s};
+}
+
+QString connectionUri(const ConnectionSettings &settings, const QStringList &daemonFolders)
 {
     if (!settings.uri.isEmpty())
         return settings.uri;
-    if (isProgramInstalled(u"virtqemud"_s) || isProgramInstalled(u"libvirtd"_s))
-        return u"qemu:///session"_s;
+    for (const QString &daemon : {u"virtqemud"_s, u"libvirtd"_s}) {
+        if (!QStandardPaths::findExecutable(daemon, daemonFolders).isEmpty())
+            return u"qemu:///session"_s;
+    }
     QString root = settings.embedRoot;
     if (root.isEmpty())
         root = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/velmo-emulators"_L1;
@@ -75,20 +76,20 @@ QString prepareEmbedRoot(const QString &uri)
     QSaveFile file(fileName);
     if (!folder.mkpath(u"."_s) || !file.open(QIODevice::WriteOnly) || file.write(embedConfiguration) < 0
         || !file.commit())
-        return tr("The file \"%1\" could not be written.").arg(QDir::toNativeSeparators(fileName));
+        return Tr::tr("The file \"%1\" could not be written.").arg(QDir::toNativeSeparators(fileName));
     return {};
 }
 
 QString connectionHint(const QString &uri, const QString &libvirtMessage)
 {
     if (libvirtMessage.contains("driver.pid"_L1))
-        return tr("Another program is using these emulators; close it and connect again.");
+        return Tr::tr("Another program is using these emulators; close it and connect again.");
     if (!isLocalQemu(uri))
         return {};
     if (!embedRoot(uri).isEmpty())
-        return tr("libvirt's QEMU driver may be missing (package \"libvirt-daemon-driver-qemu\").");
-    return tr("libvirt's daemon or its QEMU driver may be missing (packages \"libvirt-daemon\" and "
-              "\"libvirt-daemon-driver-qemu\").");
+        return Tr::tr("libvirt's QEMU driver may be missing (package \"libvirt-daemon-driver-qemu\").");
+    return Tr::tr("libvirt's daemon or its QEMU driver may be missing (packages \"libvirt-daemon\" and "
+                  "\"libvirt-daemon-driver-qemu\").");
 }
 
 } // namespace Tarn::Internal

@@ -5,11 +5,16 @@
 #include "connectionsettings.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace Tarn::Internal {
 
-// The URI that the settings stand for, see ConnectionSettings.
-QString connectionUri(const ConnectionSettings &settings);
+// Where libvirt's daemon may be installed: the PATH, and folders for system programs, which an ordinary user's PATH
+// seldom has.
+QStringList daemonFolders();
+
+// The URI that the settings stand for, see ConnectionSettings, when these are the folders with a daemon or without.
+QString connectionUri(const ConnectionSettings &settings, const QStringList &daemonFolders);
 
 // Whether the hypervisor runs on this host, so that its files are this host's.
 bool isLocalQemu(const QString &uri);

@@ -18,10 +18,10 @@ namespace {
 constexpr int sshGuestPort = 22;
 const QString loopbackAddress = u"127.0.0.1"_s;
 
-QString tr(const char *text)
+struct Tr
 {
-    return QCoreApplication::translate("Tarn::VirtualMachine", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Tarn::Internal)
+};
 
 // Without namespace processing, so that prefixes and declarations are written back as they were.
 QDomDocument parsed(const QString &xml)
@@ -216,7 +216,7 @@ void removeDeclarations(QDomElement element)
 void checkFile(QStringList &missing, const QString &what, const QString &file)
 {
     if (!file.isEmpty() && !QFileInfo::exists(file))
-        missing.append(tr("The %1 \"%2\" does not exist.").arg(what, file));
+        missing.append(Tr::tr("The %1 \"%2\" does not exist.").arg(what, file));
 }
 
 } // namespace
@@ -257,18 +257,18 @@ Edit withPortRule(const QString &domainXml, const PortRule &rule)
     QDomDocument document = parsed(domainXml);
     QDomElement metadata = ourMetadata(document);
     if (metadata.isNull())
-        return {{}, tr("The definition of the virtual machine is not an emulator's.")};
+        return {{}, Tr::tr("The definition of the virtual machine is not an emulator's.")};
     const QDomElement interface = forwardingInterface(document);
     if (interface.isNull()) {
         return {
             {},
-            tr("The virtual machine has no user-mode network interface with the passt backend, "
-               "so no port can be forwarded to it.")};
+            Tr::tr("The virtual machine has no user-mode network interface with the passt backend, "
+                   "so no port can be forwarded to it.")};
     }
     if (!removePortRange(interface, rule)) {
         return {
             {},
-            tr("The port %1 of this host belongs to a range of ports that is forwarded already.")
+            Tr::tr("The port %1 of this host belongs to a range of ports that is forwarded already.")
                 .arg(rule.firstHostPort)};
     }
     insertPortRange(document, interface, rule);
@@ -292,7 +292,7 @@ Edit metadataWithDeviceModel(const QString &domainXml, const QString &deviceMode
     QDomDocument document = parsed(domainXml);
     QDomElement metadata = ourMetadata(document);
     if (metadata.isNull())
-        return {{}, tr("The definition of the virtual machine is not an emulator's.")};
+        return {{}, Tr::tr("The definition of the virtual machine is not an emulator's.")};
     QDomElement model = ourChildren(metadata, u"deviceModel"_s).value(0);
     if (model.isNull()) {
         model = makeOurs(document, metadata, u"deviceModel"_s);
@@ -320,14 +320,15 @@ QStringList missingOnHost(const QString &domainXml)
     QStringList missing;
     if (const QString program = devices.firstChildElement(u"emulator"_s).text();
         !program.isEmpty() && !QFileInfo(program).isExecutable()) {
-        missing.append(tr("The program \"%1\" is missing. Install QEMU (package \"qemu-system-x86\").").arg(program));
+        missing.append(
+            Tr::tr("The program \"%1\" is missing. Install QEMU (package \"qemu-system-x86\").").arg(program));
     }
     if (!forwardingInterface(document).isNull() && QStandardPaths::findExecutable(u"passt"_s).isEmpty())
-        missing.append(tr("The program \"passt\" is missing. Install it (package \"passt\")."));
-    checkFile(missing, tr("kernel"), os.firstChildElement(u"kernel"_s).text());
-    checkFile(missing, tr("initial RAM disk"), os.firstChildElement(u"initrd"_s).text());
+        missing.append(Tr::tr("The program \"passt\" is missing. Install it (package \"passt\")."));
+    checkFile(missing, Tr::tr("kernel"), os.firstChildElement(u"kernel"_s).text());
+    checkFile(missing, Tr::tr("initial RAM disk"), os.firstChildElement(u"initrd"_s).text());
     for (const QDomElement &disk : childElements(devices, u"disk"_s))
-        checkFile(missing, tr("disk image"), disk.firstChildElement(u"source"_s).attribute(u"file"_s));
+        checkFile(missing, Tr::tr("disk image"), disk.firstChildElement(u"source"_s).attribute(u"file"_s));
     return missing;
 }
 

@@ -255,7 +255,7 @@ void Hypervisor::open(const ConnectionSettings &settings)
     deliverLibvirtEvents();
     virSetErrorFunc(nullptr, &logLibvirtError);
 
-    const QString uri = connectionUri(settings);
+    const QString uri = connectionUri(settings, daemonFolders());
     // QEMU's driver runs in this process, or in a daemon that libvirt starts from it with the same PATH.
     if (isLocalQemu(uri))
         preferOurPasst();

@@ -6,6 +6,7 @@
 #include "hypervisor.h"
 #include "sshbannerprobe.h"
 
+#include <QHostAddress>
 #include <QPointer>
 #include <QTimer>
 
@@ -79,7 +80,8 @@ struct VirtualMachine::Private
     VirtualMachine *const q;
     const QPointer<Hypervisor> hypervisor;
     DomainSnapshot snapshot;
-    State state = Off; // what was reported last
+    State state = Off;       // what was reported last
+    bool offReported = true; // as well
     SshBannerProbe probe;
     QTimer shutDownTimer; // active while the machine has been asked to shut down
     QList<ConnectRequest> requests;
@@ -118,10 +120,12 @@ void VirtualMachine::Private::refreshState()
     const QPointer self(q);
     if (state != old) {
         watchSsh();
-        const State now = state;
+        // Receivers may run event loops in which the machine goes on, so the other signal tells what holds then.
         Q_EMIT q->stateChanged();
-        if (self && (old == Off) != (now == Off))
-            Q_EMIT q->virtualMachineOffChanged(now == Off);
+        if (self && offReported != (state == Off)) {
+            offReported = state == Off;
+            Q_EMIT q->virtualMachineOffChanged(offReported);
+        }
     }
     if (!self)
         return;
@@ -182,6 +186,7 @@ VirtualMachine::VirtualMachine(Hypervisor *hypervisor, const DomainSnapshot &sna
         d->refreshState();
     });
     d->state = d->currentState();
+    d->offReported = d->state == Off;
     d->watchSsh();
 }
 
@@ -339,6 +344,9 @@ QSsh::SshConnectionParameters VirtualMachine::sshParameters() const
         const bool everywhere = rule.address.isEmpty() || rule.address == "0.0.0.0"_L1 || rule.address == "::"_L1;
         parameters.host = everywhere ? u"127.0.0.1"_s : rule.address;
         parameters.port = hostPort;
+        // Its key changes with its image, and only programs of this host can answer in its place.
+        if (QHostAddress(parameters.host).isLoopback())
+            parameters.hostKeyCheck = QSsh::HostKeyCheck::AcceptAnyHostKey;
         break;
     }
     return parameters;

@@ -71,7 +71,8 @@ public:
         const QObject *context,
         const std::function<void(bool)> &callback);
 
-    // Login into the machine through its forwarded SSH port; the host is empty when no rule forwards one.
+    // Login into the machine through its forwarded SSH port; the host is empty when no rule forwards one. Behind a port
+    // of the loopback interface ANY host key is accepted; behind another address it must be known to the user's ssh.
     QSsh::SshConnectionParameters sshParameters() const;
 
 Q_SIGNALS:

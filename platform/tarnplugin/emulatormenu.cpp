@@ -54,7 +54,8 @@ EmulatorMenu::EmulatorMenu(Tarn::Emulator &emulator, Tarn::Sdk &sdk, QWidget *pa
 {
     addSeparator();
     m_deviceModels = addMenu(tr("Device Model"));
-    connect(m_deviceModels, &QMenu::aboutToShow, this, &EmulatorMenu::offerDeviceModels);
+    connect(&m_sdk, &Tarn::Sdk::deviceModelsChanged, this, &EmulatorMenu::offerDeviceModels);
+    connect(&m_emulator, &Tarn::Emulator::deviceModelNameChanged, this, &EmulatorMenu::offerDeviceModels);
     connect(&m_machine, &VirtualMachine::stateChanged, this, &EmulatorMenu::showState);
     connect(&m_machine, &VirtualMachine::errorOccurred, this, &EmulatorMenu::reportError);
     showState();
@@ -78,14 +79,14 @@ void EmulatorMenu::showState()
 void EmulatorMenu::offerDeviceModels()
 {
     m_deviceModels->clear();
-    auto *group = new QActionGroup(m_deviceModels);
-    connect(m_deviceModels, &QMenu::aboutToShow, group, &QObject::deleteLater); // makes way for the next one
+    delete m_deviceModelGroup;
+    m_deviceModelGroup = new QActionGroup(m_deviceModels);
     for (const Tarn::DeviceModel &model : m_sdk.deviceModels()) {
         QAction *action = m_deviceModels->addAction(
             menuText(model.name), &m_emulator, [this, model] { m_emulator.setDeviceModel(model.name); });
         action->setCheckable(true);
         action->setChecked(model == m_emulator.deviceModel());
-        group->addAction(action);
+        m_deviceModelGroup->addAction(action);
     }
     m_deviceModels->setEnabled(!m_deviceModels->isEmpty());
 }

@@ -34,6 +34,7 @@ private:
     QAction *m_shutDown;
     QAction *m_kill;
     QMenu *m_deviceModels;
+    QActionGroup *m_deviceModelGroup = nullptr;
 };
 
 } // namespace TarnPlugin::Internal

@@ -4,6 +4,8 @@
 
 #include <extensionsystem/iplugin.h>
 
+#include <QTranslator>
+
 #include <memory>
 
 namespace Tarn {
@@ -29,6 +31,9 @@ public:
     bool initialize(const QStringList &arguments, QString *errorString) override;
 
 private:
+    void installTranslation();
+
+    QTranslator m_translator;
     std::unique_ptr<TarnSettings> m_settings;
     std::unique_ptr<Tarn::Sdk> m_sdk;
     std::unique_ptr<ToolsMenu> m_menu;

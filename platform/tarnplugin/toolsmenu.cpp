@@ -41,6 +41,7 @@ ToolsMenu::ToolsMenu(Tarn::Sdk &sdk)
 {
     m_end.setSeparator(true);
     m_status.setEnabled(false);
+    m_menu->setToolTipsVisible(true); // the status has its reason there
     m_reconnect.setText(tr("Connect to the Emulators Again"));
     m_menu->addAction(&m_status);
     m_menu->addAction(&m_reconnect);

@@ -6,8 +6,10 @@
 #include <coreplugin/icore.h>
 
 #include <QCheckBox>
+#include <QGuiApplication>
 #include <QMainWindow>
 #include <QPointer>
+#include <QWindow>
 
 namespace EmulationManagement::Internal {
 

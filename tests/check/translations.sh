@@ -2,8 +2,12 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # usage: translations.sh LUPDATE
+<<<<<<< HEAD
 # Every text of the plugin is translated, in its context and in the order of the sources, and no translation is left of a
 # text that is gone.
+=======
+# Every text of the plugins is translated, and no translation is left of a text that is gone.
+>>>>>>> platform
 set -euo pipefail
 lupdate=$1
 project=$(cd "$(dirname "$0")/../.." && pwd)
@@ -34,7 +38,18 @@ fi
 
 status=0
 for committed in "$project"/translations/*.ts; do
+<<<<<<< HEAD
     if ! messages "$committed" | diff - "$scratch/messages"; then
+=======
+    fresh=$scratch/$(basename "$committed")
+    cp "$committed" "$fresh"
+    case ${committed##*/} in
+    EmulationManagement_*) sources=$project/src ;;
+    TarnPlugin_*) sources=$project/platform ;;
+    esac
+    "$lupdate" -silent -locations none -no-obsolete "$sources" -ts "$fresh"
+    if ! diff <(sources "$committed") <(sources "$fresh"); then
+>>>>>>> platform
         echo "$(basename "$committed") is not up to date: see translations/CMakeLists.txt" >&2
         status=1
     fi

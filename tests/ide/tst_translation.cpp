@@ -6,7 +6,12 @@
 #include "ide/testregistry.h"
 #include "utils/messageboxanswerer.h"
 
+#include <coreplugin/actionmanager/actioncontainer.h>
+#include <coreplugin/actionmanager/actionmanager.h>
+
 #include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QTest>
@@ -24,6 +29,7 @@ private Q_SLOTS:
     void textsOfThePlugin();
     void textsOfTheView();
     void messages();
+    void textsOfTheSdk();
 };
 
 namespace {
@@ -57,6 +63,22 @@ void tst_Translation::messages()
     QCOMPARE(user.seen().size(), 1);
     QCOMPARE(user.seen().constFirst().title, u"Emulationsverwaltungs-Plugin"_s);
     QVERIFY(user.seen().constFirst().text.contains("Velmo OS-Emulator"_L1));
+}
+
+void tst_Translation::textsOfTheSdk()
+{
+    const QMenu *menu = Core::ActionManager::actionContainer("Vok.Tools.Menu")->menu();
+    const auto texts = [menu] {
+        QStringList texts;
+        for (const QAction *action : menu->actions())
+            texts.append(action->text());
+        return texts;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(texts().contains(u"Keine Emulatoren"_s), 30'000);
+    // A library that the plugin brings along.
+    QCOMPARE(
+        QCoreApplication::translate("Tarn::Internal::Hypervisor", "There is no connection to the hypervisor."),
+        u"Es gibt keine Verbindung zum Hypervisor."_s);
 }
 
 #include "tst_translation.moc"

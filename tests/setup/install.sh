@@ -28,7 +28,8 @@ $libraries/plugins/libEmulationManagement.so
 $libraries/plugins/libTarnPlugin.so
 $libraries/tarn/passt
 share/qtcreator/translations/EmulationManagement_de.qm
-share/qtcreator/translations/EmulationManagement_en.qm"
+share/qtcreator/translations/EmulationManagement_en.qm
+share/qtcreator/translations/TarnPlugin_de.qm"
 installed=$(cd "$root" && find . -not -type d -printf '%P\n' | LC_ALL=C sort)
 check "each file has its place" diff <(echo "$expected") <(echo "$installed")
 check "the programs can be run" test -x "$root/$libraries/tarn/passt"

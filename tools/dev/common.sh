@@ -34,7 +34,7 @@ with_progress() {
     shift
     mkdir -p "$(dirname "$log")"
     : >"$log"
-    report_progress "$log" "$BASHPID" &
+    report_progress "$log" "$BASHPID" 7>&- 9>&- &
     local reporter=$!
     ("$@") >"$log" 2>&1 7>&- || status=$?
     kill "$reporter" 2>/dev/null || true

@@ -21,7 +21,7 @@ QString DomainXml::toString() const
     </interface>
     %7
   </devices>
-</domain>)"_s.arg(type, name, metadata, os, interfaceBackend, portForwards, devices);
+</domain>)"_s.arg(type, name.toHtmlEscaped(), metadata, os, interfaceBackend, portForwards, devices);
 }
 
 QString DomainXml::defaultMetadata(const QString &deviceModel)

@@ -3,6 +3,7 @@
 #include <tarn/connectionuri.h>
 
 #include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -19,20 +20,51 @@ private Q_SLOTS:
     {
         ConnectionSettings settings;
         settings.uri = u"test:///default"_s;
-        QCOMPARE(connectionUri(settings), u"test:///default"_s);
+        QCOMPARE(connectionUri(settings, daemonFolders()), u"test:///default"_s);
+    }
+
+    void aDaemonIsUsedWhenItIsInstalled_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QFile::Permissions>("permissions");
+        QTest::addColumn<QString>("uri");
+        const QFile::Permissions program = QFile::ReadOwner | QFile::ExeOwner;
+        const QString embed = u"qemu:///embed?root=/a%20root"_s;
+        QTest::newRow("QEMU's own daemon") << u"virtqemud"_s << program << u"qemu:///session"_s;
+        QTest::newRow("the daemon for everything") << u"libvirtd"_s << program << u"qemu:///session"_s;
+        QTest::newRow("a daemon for something else") << u"virtlogd"_s << program << embed;
+        QTest::newRow("no program") << u"virtqemud"_s << QFile::Permissions(QFile::ReadOwner) << embed;
     }
 
     void aDaemonIsUsedWhenItIsInstalled()
     {
+        QFETCH(const QString, program);
+        QFETCH(const QFile::Permissions, permissions);
+        const QTemporaryDir empty;
         const QTemporaryDir programs;
-        QFile daemon(programs.filePath(u"virtqemud"_s));
+        QFile daemon(programs.filePath(program));
         QVERIFY(daemon.open(QIODevice::WriteOnly));
-        QVERIFY(daemon.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        QVERIFY(daemon.setPermissions(permissions));
+        ConnectionSettings settings;
+        settings.embedRoot = u"/a root"_s;
+        QTEST(connectionUri(settings, {empty.path(), programs.path()}), "uri");
+    }
+
+    void theDriverInsideHasAFolderOfTheUser()
+    {
+        const QTemporaryDir empty;
+        QStandardPaths::setTestModeEnabled(true);
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        QCOMPARE(connectionUri({}, {empty.path()}), u"qemu:///embed?root=%1/velmo-emulators"_s.arg(data));
+    }
+
+    void looksForSystemPrograms()
+    {
         const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", programs.path().toLocal8Bit());
-        const QString uri = connectionUri({});
+        qputenv("PATH", "/a:/b");
+        const QStringList folders = daemonFolders();
         qputenv("PATH", path);
-        QCOMPARE(uri, u"qemu:///session"_s);
+        QCOMPARE(folders, (QStringList{u"/a"_s, u"/b"_s, u"/usr/sbin"_s, u"/usr/local/sbin"_s, u"/sbin"_s}));
     }
 
     void knowsLocalMachines_data()

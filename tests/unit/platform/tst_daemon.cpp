@@ -101,9 +101,12 @@ private Q_SLOTS:
     {
         Sdk sdk({.uri = uri(), .embedRoot = {}, .deviceModelDirectory = {}});
         QTRY_VERIFY_WITH_TIMEOUT(sdk.isConnected(), longTime);
-        QTRY_COMPARE_WITH_TIMEOUT(Sdk::emulators().size(), 1, longTime);
-        QTRY_COMPARE_WITH_TIMEOUT(
-            Sdk::emulators().constFirst()->virtualMachine()->state(), VirtualMachine::Running, longTime);
+        virsh({u"define"_s, domainFile(u"another"_s)});
+        const auto isListed = [] {
+            return std::ranges::any_of(
+                Sdk::emulators(), [](const Emulator *emulator) { return emulator->name() == "another"_L1; });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isListed(), longTime);
     }
 
     // libvirt starts a daemon when there is none, with the environment of whoever asks.
@@ -132,10 +135,12 @@ private:
     // The driver without machines, but over there.
     QString uri() const { return u"test+unix:///default?socket=%1"_s.arg(socket()); }
 
-    QString domainFile() const
+    QString domainFile(const QString &name = u"emulator"_s) const
     {
+        DomainXml xml;
+        xml.name = name;
         QFile file(m_home.filePath(u"domain.xml"_s));
-        if (!file.open(QIODevice::WriteOnly) || file.write(DomainXml().toString().toUtf8()) < 0)
+        if (!file.open(QIODevice::WriteOnly) || file.write(xml.toString().toUtf8()) < 0)
             qFatal("cannot write a domain");
         return file.fileName();
     }

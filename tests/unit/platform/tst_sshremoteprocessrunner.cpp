@@ -272,7 +272,7 @@ private Q_SLOTS:
     {
         Run run;
         SshConnectionParameters wanted = parameters();
-        wanted.hostKeyCheck = QSsh::HostKeyCheck::AcceptAnyHostKey;
+        QCOMPARE(wanted.hostKeyCheck, QSsh::HostKeyCheck::AcceptAnyHostKey);
         {
             SshServer first;
             first.runCommands();
@@ -295,7 +295,8 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         SshConnectionParameters careful = parameters();
-        careful.hostKeyCheck = QSsh::HostKeyCheck::RequireKnownHostKey;
+        careful.hostKeyCheck = SshConnectionParameters().hostKeyCheck;
+        QCOMPARE(careful.hostKeyCheck, QSsh::HostKeyCheck::RequireKnownHostKey);
         careful.knownHostsFile = folder.filePath(u"known hosts"_s);
         Run run;
         QVERIFY(run.run(u"true"_s, careful));
@@ -308,6 +309,11 @@ private Q_SLOTS:
         QVERIFY(scan.waitForFinished(longTime));
         QVERIFY(run.run(u"true"_s, careful));
         QCOMPARE(run.error(), QString());
+
+        // The user's own file does not know it.
+        careful.knownHostsFile.clear();
+        QVERIFY(run.run(u"true"_s, careful));
+        QVERIFY2(run.error().contains("Host key verification failed"_L1), qPrintable(run.error()));
     }
 
     void ignoresTheUsersOwnConfiguration()
@@ -392,6 +398,7 @@ private:
         parameters.port = m_server.port();
         parameters.userName = m_server.userName();
         parameters.privateKeyFile = m_server.privateKeyFile();
+        parameters.hostKeyCheck = QSsh::HostKeyCheck::AcceptAnyHostKey;
         return parameters;
     }
 

@@ -77,6 +77,25 @@ private Q_SLOTS:
         QCOMPARE(offs.takeFirst(), QVariantList{true});
     }
 
+    void tellsOfNothingThatIsOver()
+    {
+        open();
+        QSignalSpy offs(m_machine, &VirtualMachine::virtualMachineOffChanged);
+        // As a box in a slot does, this lets events go on until the machine is off again.
+        bool isInLoop = false;
+        bool wasOff = false;
+        connect(m_machine, &VirtualMachine::stateChanged, m_machine, [&] {
+            if (std::exchange(isInLoop, true))
+                return;
+            m_hypervisor->kill(u"emulator"_s);
+            wasOff = QTest::qWaitFor([&] { return m_machine->isOff(); }, longTime);
+        });
+        m_hypervisor->start(u"emulator"_s);
+        QTRY_VERIFY(wasOff);
+        QVERIFY(m_machine->isOff());
+        QVERIFY2(offs.isEmpty() || offs.constLast() == QVariantList{true}, "it is said to be on");
+    }
+
     void startsAndIsKilled()
     {
         open();
@@ -402,6 +421,35 @@ private Q_SLOTS:
         QCOMPARE(parameters.port, 2233);
         QCOMPARE(parameters.userName, u"root"_s);
         QCOMPARE(parameters.privateKeyFile, u"/keys/emulator"_s);
+        QCOMPARE(parameters.hostKeyCheck, QSsh::HostKeyCheck::AcceptAnyHostKey);
+    }
+
+    void trustsOnlyThisHost_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<QSsh::HostKeyCheck>("check");
+        using enum QSsh::HostKeyCheck;
+        QTest::newRow("the loopback interface") << u"127.0.0.1"_s << u"127.0.0.1"_s << AcceptAnyHostKey;
+        QTest::newRow("all of its addresses") << u"127.1.2.3"_s << u"127.1.2.3"_s << AcceptAnyHostKey;
+        QTest::newRow("every interface") << u"0.0.0.0"_s << u"127.0.0.1"_s << AcceptAnyHostKey;
+        QTest::newRow("another interface") << u"192.0.2.1"_s << u"192.0.2.1"_s << RequireKnownHostKey;
+    }
+
+    void trustsOnlyThisHost()
+    {
+        QFETCH(const QString, address);
+        QFETCH(const QString, host);
+        QFETCH(const QSsh::HostKeyCheck, check);
+        DomainXml xml = xmlWithSsh(2222);
+        xml.portForwards.replace(u"127.0.0.1"_s, address);
+        QVERIFY(xml.portForwards.contains(address));
+        m_hypervisor = std::make_unique<TestHypervisor>();
+        m_hypervisor->define(xml);
+        openSdk();
+        const QSsh::SshConnectionParameters parameters = m_machine->sshParameters();
+        QCOMPARE(parameters.host, host);
+        QCOMPARE(parameters.hostKeyCheck, check);
     }
 
     void keepsTheIdeGoing()

@@ -98,6 +98,7 @@ QSsh::SshConnectionParameters tst_EmulationManagementPackagesChecker::parameters
     parameters.port = m_server->port();
     parameters.userName = m_server->userName();
     parameters.privateKeyFile = m_server->privateKeyFile();
+    parameters.hostKeyCheck = QSsh::HostKeyCheck::AcceptAnyHostKey;
     return parameters;
 }
 
