@@ -180,8 +180,8 @@ void EmulationManagementPlugin::setupView()
 {
     m_view.setTitle(tr("Emulation Management"));
     m_view.setResizeMode(QQuickView::SizeRootObjectToView);
-    m_view.setMinimumSize(smallestViewSize);
     m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
+    m_view.setMinimumSize(smallestViewSize); // now that the document has given the window its first size
     // The IDE ends when its last window is closed: this one must not outlive the main window.
     connect(Core::ICore::instance(), &Core::ICore::coreAboutToClose, &m_view, &QWindow::close);
 }

@@ -2,12 +2,8 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # usage: translations.sh LUPDATE
-<<<<<<< HEAD
-# Every text of the plugin is translated, in its context and in the order of the sources, and no translation is left of a
+# Every text of the plugins is translated, in its context and in the order of the sources, and no translation is left of a
 # text that is gone.
-=======
-# Every text of the plugins is translated, and no translation is left of a text that is gone.
->>>>>>> platform
 set -euo pipefail
 lupdate=$1
 project=$(cd "$(dirname "$0")/../.." && pwd)
@@ -28,28 +24,20 @@ for context in ElementTree.parse(sys.argv[1]).getroot().iter("context"):
 PYTHON
 }
 
-fresh=$scratch/fresh.ts
-"$lupdate" -silent -locations none -source-language en -target-language de "$project/src" -ts "$fresh"
-messages "$fresh" >"$scratch/messages"
-if [[ ! -s $scratch/messages ]]; then
-    echo "lupdate finds no texts" >&2
-    exit 1
-fi
-
 status=0
 for committed in "$project"/translations/*.ts; do
-<<<<<<< HEAD
-    if ! messages "$committed" | diff - "$scratch/messages"; then
-=======
-    fresh=$scratch/$(basename "$committed")
-    cp "$committed" "$fresh"
     case ${committed##*/} in
     EmulationManagement_*) sources=$project/src ;;
     TarnPlugin_*) sources=$project/platform ;;
     esac
-    "$lupdate" -silent -locations none -no-obsolete "$sources" -ts "$fresh"
-    if ! diff <(sources "$committed") <(sources "$fresh"); then
->>>>>>> platform
+    fresh=$scratch/$(basename "$committed")
+    "$lupdate" -silent -locations none -source-language en -target-language de "$sources" -ts "$fresh"
+    messages "$fresh" >"$scratch/messages"
+    if [[ ! -s $scratch/messages ]]; then
+        echo "lupdate finds no texts in $sources" >&2
+        exit 1
+    fi
+    if ! messages "$committed" | diff - "$scratch/messages"; then
         echo "$(basename "$committed") is not up to date: see translations/CMakeLists.txt" >&2
         status=1
     fi

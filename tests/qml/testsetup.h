@@ -39,8 +39,8 @@ class ScreenReader : public QObject
 public:
     using QObject::QObject;
 
-    /// An object with "name", "description", "role" (as QAccessible::Role is called), "value" (of a slider the number, of
-    /// a field the text), "checked" and "disabled". Empty for what is not told of.
+    /// An object with "name", "description", "role" (as QAccessible::Role is called), "value" (of a slider the number,
+    /// of a field the text), "checked" and "disabled". Empty for what is not told of.
     Q_INVOKABLE QVariantMap describe(QObject *item) const;
 };
 
