@@ -907,6 +907,17 @@ ViewTestCase {
         compare(left, 1);
     }
 
+    function test_pressingDoesNotScroll() {
+        root.view.height = 200;
+        const flickable = object("scrollView").contentItem;
+        const field = object("compassControls/azimuthSlider/textField");
+        flickable.contentY = field.mapToItem(flickable.contentItem, 0, 0).y - flickable.height + 10;
+        const before = flickable.contentY;
+        mouseClick(field, 20, 5);
+        compare(field.activeFocus, true);
+        compare(flickable.contentY, before);
+    }
+
     function test_focusByKeysScrollsIntoView() {
         root.view.height = 200;
         const button = object("resetValuesButton");

@@ -67,7 +67,7 @@ Item {
             button: disabledPalette.button
             buttonText: disabledPalette.buttonText
             dark: disabledPalette.dark
-            highlight: disabledPalette.highlight
+            highlight: Qt.alpha(activePalette.highlight, 0.5)
             highlightedText: disabledPalette.highlightedText
             light: disabledPalette.light
             mid: disabledPalette.mid

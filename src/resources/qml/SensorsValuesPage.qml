@@ -163,6 +163,7 @@ ManagementPage {
                 id: resetValuesButton
 
                 objectName: "resetValuesButton"
+                horizontalPadding: 15
                 text: qsTr("Reset values")
                 onClicked: {
                     root.sensorsControlsIds.forEach(controls => controls.clearFocus());
