@@ -261,6 +261,33 @@ ViewTestCase {
         dialog.close();
     }
 
+    function test_aHugeReplyDoesNotHang_data(): var {
+        return [
+            {
+                tag: "one word",
+                reply: "x".repeat(10 * 1024 * 1024)
+            },
+            {
+                tag: "words",
+                reply: "boom ".repeat(2 * 1024 * 1024)
+            },
+            {
+                tag: "lines",
+                reply: "boom\n".repeat(2 * 1024 * 1024)
+            }
+        ];
+    }
+
+    function test_aHugeReplyDoesNotHang(data: var) {
+        const dialog = object("errorDialog");
+        invoker.sendText(data.reply);
+        tryCompare(dialog, "visible", true, 30000);
+        waitForRendering(view);
+        // Of a text that nobody can read to its end, the beginning shows.
+        compare(dialog.text, data.reply.substring(0, 2000) + "\u2026");
+        dialog.close();
+    }
+
     function test_errorRevertsToTheRequestedState() {
         view.lastChangedSensorName = "als";
         view.lastChangedSensorEnabled = true;

@@ -4,10 +4,13 @@
 // Shared by the main view and the sensor pages. The functions run in the scope of the document that imports the script:
 // "sensorsControlsIds", "lastChangedSensorName" and "lastChangedSensorEnabled" are that document's own.
 
+// Nobody reads more of an error, and to lay out some megabytes takes minutes.
+const longestErrorText = 2000;
+
 function replyFromEmulatorReceivedHandler(reply, errorDialog) {
     if (reply === "" || reply === "OK")
         return;
-    errorDialog.text = reply;
+    errorDialog.text = reply.length > longestErrorText ? reply.substring(0, longestErrorText) + "\u2026" : reply;
     errorDialog.open();
     revertSensorControlsState();
 }
