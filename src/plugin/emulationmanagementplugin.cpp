@@ -3,11 +3,7 @@
 
 #include "plugin/emulationmanagementplugin.h"
 
-#include "plugin/warningdialog.h"
-#include "sensors/alsmodel.h"
-#include "sensors/settingsmanager.h"
-#include "sensors/tapmodel.h"
-#include "sensors/textfielddoublevalidator.h"
+#include "plugin/qmlsetup.h"
 
 #include <coreplugin/actionmanager/actioncontainer.h>
 #include <coreplugin/actionmanager/actionmanager.h>
@@ -20,7 +16,6 @@
 #include <tarn/virtualmachine.h>
 #include <utils/filepath.h>
 #include <utils/qtcsettings.h>
-#include <utils/theme/theme.h>
 
 #include <QAction>
 #include <QCoreApplication>
@@ -32,7 +27,6 @@
 #include <QSettings>
 #include <QTranslator>
 #include <QUrl>
-#include <qqml.h>
 
 using namespace Qt::StringLiterals;
 
@@ -51,13 +45,6 @@ constexpr int connectedState = 4;
 
 // Where the installed data files lie, relative to the IDE's executable.
 constexpr auto dataPath = ""_L1;
-
-// The view relies on these very theme entries; the host numbers them, so a new host version must not move them unseen.
-constexpr auto backgroundRole = Utils::Theme::BackgroundColorNormal;
-constexpr auto highlightRole = Utils::Theme::PaletteHighlight;
-constexpr auto separatorRole = Utils::Theme::FancyToolBarSeparatorColor;
-constexpr auto darkFlag = Utils::Theme::DarkUserInterface;
-static_assert(backgroundRole == 2 && highlightRole == 59 && separatorRole == 13 && darkFlag == 14);
 
 // Smaller, the rows' sliders have no room.
 constexpr QSize smallestViewSize(1000, 400);
@@ -114,20 +101,7 @@ void EmulationManagementPlugin::setupTranslations()
 
 void EmulationManagementPlugin::registerQmlTypes()
 {
-    // The pages read local files, such as tracks, with XMLHttpRequest.
-    qputenv("QML_XHR_ALLOW_FILE_READ", "1");
-
-    constexpr char module[] = "org.quova";
-    qmlRegisterType<WarningDialog>(module, 1, 0, "WarningDialog");
-    qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
-    qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
-    qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
-
-    qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
-    qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
-
-    qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
-    qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
+    registerViewTypes();
 }
 
 void EmulationManagementPlugin::setupContextProperties()
@@ -138,18 +112,7 @@ void EmulationManagementPlugin::setupContextProperties()
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
     context->setContextProperty(u"sensorsEmulationManager"_s, &m_sensorsEmulationManager);
     context->setContextProperty(u"emulationManagementPlugin"_s, this);
-    setupThemeContextProperties();
-}
-
-// Once, at start-up: the view does not follow a later change of the theme.
-void EmulationManagementPlugin::setupThemeContextProperties()
-{
-    QQmlContext *context = m_view.rootContext();
-    const Utils::Theme *theme = Utils::creatorTheme();
-    context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(backgroundRole));
-    context->setContextProperty(u"themeHighlightColor"_s, theme->color(highlightRole));
-    context->setContextProperty(u"themeSeparatorColor"_s, theme->color(separatorRole));
-    context->setContextProperty(u"darkUserInterface"_s, theme->flag(darkFlag));
+    setThemeContextProperties(context); // once: the view does not follow a later change of the theme
 }
 
 void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()

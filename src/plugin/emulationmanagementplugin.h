@@ -47,7 +47,6 @@ private:
     void setupTranslations();
     void registerQmlTypes();
     void setupContextProperties();
-    void setupThemeContextProperties();
     void initEmulatorModesSensorsConfigurations();
     void repeatContextProperties();
     void setupView();

@@ -3,12 +3,8 @@
 
 #include "view/viewhost.h"
 
-#include "plugin/warningdialog.h"
-#include "sensors/alsmodel.h"
+#include "plugin/qmlsetup.h"
 #include "sensors/sensorsemulationmanager.h"
-#include "sensors/settingsmanager.h"
-#include "sensors/tapmodel.h"
-#include "sensors/textfielddoublevalidator.h"
 
 #include <coreplugin/icore.h>
 #include <extensionsystem/pluginmanager.h>
@@ -51,7 +47,7 @@ ViewHost::ViewHost()
     PluginManager::setSettings(
         new Utils::QtcSettings(m_settingsDir->filePath(u"settings.ini"_s), QSettings::IniFormat));
     theMainWindow = m_mainWindow.get();
-    registerTypes();
+    registerViewTypes();
     openChannel();
 }
 
@@ -59,19 +55,6 @@ ViewHost::~ViewHost()
 {
     m_sensors.reset(); // writes the settings
     theMainWindow = nullptr;
-}
-
-void ViewHost::registerTypes()
-{
-    constexpr char module[] = "org.quova";
-    qmlRegisterType<WarningDialog>(module, 1, 0, "WarningDialog");
-    qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
-    qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
-    qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
-    qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
-    qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
-    qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
-    qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
 }
 
 void ViewHost::openChannel()
@@ -117,7 +100,7 @@ void ViewHost::setTheme(const QString &name)
     QApplication::setPalette(m_palette); // a theme without a palette of its own leaves that of the one before
     Utils::setThemeApplicationPalette();
     if (m_context)
-        setThemeProperties();
+        setThemeContextProperties(m_context);
     Q_EMIT themeChanged();
 }
 
@@ -126,16 +109,7 @@ void ViewHost::setUp(QQmlContext *context)
     m_context = context;
     startAnew();
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_channel);
-    setThemeProperties();
-}
-
-void ViewHost::setThemeProperties()
-{
-    const Utils::Theme *theme = Utils::creatorTheme();
-    m_context->setContextProperty(u"themeBackgroundColorNormal"_s, theme->color(Utils::Theme::BackgroundColorNormal));
-    m_context->setContextProperty(u"themeHighlightColor"_s, theme->color(Utils::Theme::PaletteHighlight));
-    m_context->setContextProperty(u"themeSeparatorColor"_s, theme->color(Utils::Theme::FancyToolBarSeparatorColor));
-    m_context->setContextProperty(u"darkUserInterface"_s, theme->flag(Utils::Theme::DarkUserInterface));
+    setThemeContextProperties(m_context);
 }
 
 void ViewHost::startAnew()

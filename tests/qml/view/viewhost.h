@@ -59,9 +59,7 @@ Q_SIGNALS:
     void themeChanged();
 
 private:
-    static void registerTypes();
     void openChannel();
-    void setThemeProperties();
 
     std::unique_ptr<QTemporaryDir> m_settingsDir;
     std::unique_ptr<ExtensionSystem::PluginManager> m_pluginManager;
