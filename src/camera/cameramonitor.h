@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "camera/gsthandles.h"
+
+#include <QObject>
+
+QT_BEGIN_NAMESPACE
+class QSocketNotifier;
+QT_END_NAMESPACE
+
+namespace EmulationManagement::Internal {
+
+// Watches which cameras the host has, from construction until it is stopped or destroyed.
+class CameraMonitor : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CameraMonitor(QObject *parent = nullptr);
+    ~CameraMonitor() override;
+
+    // Those that are there now, whether or not they have been announced.
+    GstDeviceListPointer devices() const;
+
+    // Nothing is announced any more. May be called while something is announced.
+    void stop();
+
+Q_SIGNALS:
+    // Emitted in this object's thread. The device lives as long as the call.
+    void cameraAdded(GstDevice *device);
+    void cameraRemoved(GstDevice *device);
+
+private:
+    void readMessage();
+
+    GstDeviceMonitorPointer m_monitor;
+    GstBusPointer m_bus;
+    QSocketNotifier *m_notifier;
+};
+
+} // namespace EmulationManagement::Internal

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "camera/camerapipeline.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace EmulationManagement::Internal {
+
+namespace {
+
+void setProperty(GstElement *element, const QByteArray &name, const GValue *value)
+{
+    // GObject complains about what it cannot set, in the log of the IDE. The source may be of another camera's kind.
+    const GParamSpec *property = g_object_class_find_property(G_OBJECT_GET_CLASS(element), name.constData());
+    if (property && (property->flags & G_PARAM_WRITABLE)
+        && g_value_type_transformable(G_VALUE_TYPE(value), property->value_type))
+        g_object_set_property(G_OBJECT(element), name.constData(), value);
+}
+
+} // namespace
+
+CameraPipeline::CameraPipeline(const QString &sourceFactory)
+    : StreamPipeline("camera-stream-pipeline")
+    , m_source(sourceFactory.isEmpty() ? nullptr : makeElement(sourceFactory.toUtf8().constData(), "sourcePluginCam"))
+    , m_capsFilter(makeElement("capsfilter", "capsfilterCam"))
+    , m_encoder(makeElement("jpegenc", "jpegencCam"))
+    , m_payloader(makeElement("rtpjpegpay", "rtpjpegpayCam"))
+    , m_sink(makeElement("udpsink", "udpsinkCam"))
+{
+}
+
+void CameraPipeline::setSourceProperty(const QString &name, const QString &value)
+{
+    if (!m_source || name.isEmpty() || value.isEmpty())
+        return;
+    GValue propertyValue = G_VALUE_INIT;
+    if (name == "device-index"_L1) {
+        g_value_init(&propertyValue, G_TYPE_INT);
+        g_value_set_int(&propertyValue, value.toInt());
+    } else {
+        g_value_init(&propertyValue, G_TYPE_STRING);
+        g_value_set_string(&propertyValue, value.toUtf8().constData());
+    }
+    setProperty(m_source.get(), name.toUtf8(), &propertyValue);
+    g_value_unset(&propertyValue);
+}
+
+void CameraPipeline::setCaps(const QString &caps)
+{
+    if (!m_capsFilter)
+        return;
+    const GstCapsPointer parsed(gst_caps_from_string(caps.toUtf8().constData()));
+    g_object_set(m_capsFilter.get(), "caps", parsed.get(), nullptr);
+}
+
+void CameraPipeline::setUpEncoderAndSink()
+{
+    StreamPipeline::setUpEncoderAndSink(m_encoder.get(), m_sink.get());
+}
+
+void CameraPipeline::assemble()
+{
+    const std::array chain{m_source.get(), m_capsFilter.get(), m_encoder.get(), m_payloader.get(), m_sink.get()};
+    for (GstElement *element : chain) {
+        if (!element || GST_OBJECT_PARENT(element))
+            return;
+    }
+    for (GstElement *element : chain)
+        gst_bin_add(bin(), element);
+    for (size_t i = 1; i < chain.size(); ++i)
+        gst_element_link(chain[i - 1], chain[i]);
+}
+
+} // namespace EmulationManagement::Internal

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QImage>
+#include <QMutex>
+#include <QSize>
+#include <QStringList>
+
+#include <gst/app/gstappsink.h>
+#include <gst/gst.h>
+
+namespace TestUtils {
+
+/// The other end of a stream: decodes what arrives at the UDP port for pictures, from construction on.
+class JpegReceiver
+{
+    Q_DISABLE_COPY_MOVE(JpegReceiver)
+
+public:
+    JpegReceiver();
+    ~JpegReceiver();
+
+    int frameCount() const;
+    /// Null before the first.
+    QImage lastFrame() const;
+    QSize size() const { return lastFrame().size(); }
+    /// In the middle of the picture.
+    QColor color() const;
+    /// What could not be decoded.
+    QStringList errors() const;
+    /// Forgets everything.
+    void clear();
+
+private:
+    static GstFlowReturn onNewSample(GstAppSink *sink, gpointer receiver);
+    static GstBusSyncReply onMessage(GstBus *bus, GstMessage *message, gpointer receiver);
+
+    GstElement *m_pipeline;
+    mutable QMutex m_mutex; // guards what follows
+    int m_frameCount = 0;
+    QImage m_lastFrame;
+    QStringList m_errors;
+};
+
+/// Whether two colours differ by no more than coding does.
+bool alike(const QColor &a, const QColor &b);
+
+} // namespace TestUtils

@@ -1,0 +1,416 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "utils/testcameras.h"
+
+#include <QList>
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <optional>
+
+namespace TestUtils {
+
+namespace {
+
+// What is plugged in, and how it has been announced.
+struct Plugged
+{
+    TestCamera camera;
+    GstDevice *device = nullptr; // owned by the provider; null while nobody watches
+};
+
+QMutex mutex; // guards what follows
+QList<Plugged> pluggedCameras;
+GstDeviceProvider *watchingProvider = nullptr;
+
+// ---- the source element: a bin of videotestsrc and a filter for what the camera can do
+
+enum PropertyId { NoProperty, DeviceProperty, DeviceIndexProperty, DevicePathProperty };
+
+struct SourceKind
+{
+    TestCamera::Source source;
+    const char *factory;
+    std::array<PropertyId, 2> properties;
+};
+
+constexpr std::array sourceKinds{
+    SourceKind{TestCamera::Source::Device, "testcamerasrc", {DeviceProperty, NoProperty}},
+    SourceKind{TestCamera::Source::DeviceIndex, "testindexcamerasrc", {DeviceIndexProperty, NoProperty}},
+    SourceKind{TestCamera::Source::DevicePath, "testpathcamerasrc", {DevicePathProperty, NoProperty}},
+    SourceKind{TestCamera::Source::PathAndDevice, "testpathdevicecamerasrc", {DevicePathProperty, DeviceProperty}},
+    SourceKind{TestCamera::Source::DeviceAndPath, "testdevicepathcamerasrc", {DeviceProperty, DevicePathProperty}},
+    SourceKind{TestCamera::Source::Plain, "testplaincamerasrc", {NoProperty, NoProperty}},
+};
+
+const SourceKind &kindOf(TestCamera::Source source)
+{
+    return *std::find_if(
+        sourceKinds.begin(), sourceKinds.end(), [source](const SourceKind &kind) { return kind.source == source; });
+}
+
+struct TestCameraSource
+{
+    GstBin parent;
+    GstElement *pictures; // both owned by the bin
+    GstElement *filter;
+    gchar *device;
+    gchar *devicePath;
+    gint deviceIndex;
+};
+
+struct TestCameraSourceClass
+{
+    GstBinClass parent;
+    const SourceKind *kind;
+};
+
+std::optional<TestCamera> cameraOf(TestCameraSource *self)
+{
+    const SourceKind &kind = *G_TYPE_INSTANCE_GET_CLASS(self, G_TYPE_FROM_INSTANCE(self), TestCameraSourceClass)->kind;
+    const auto selects = [&](const TestCamera &camera) {
+        switch (kind.source) {
+        case TestCamera::Source::DeviceIndex:
+            return camera.device.toInt() == self->deviceIndex;
+        case TestCamera::Source::DevicePath:
+            return camera.device == QString::fromUtf8(self->devicePath);
+        case TestCamera::Source::Plain:
+            return true;
+        default:
+            return camera.device == QString::fromUtf8(self->device);
+        }
+    };
+    const QMutexLocker locker(&mutex);
+    for (const Plugged &plugged : std::as_const(pluggedCameras)) {
+        if (selects(plugged.camera))
+            return plugged.camera;
+    }
+    return {};
+}
+
+GstElementClass *binClass()
+{
+    return GST_ELEMENT_CLASS(g_type_class_peek(GST_TYPE_BIN));
+}
+
+GstStateChangeReturn changeState(GstElement *element, GstStateChange transition)
+{
+    auto *self = reinterpret_cast<TestCameraSource *>(element);
+    if (transition == GST_STATE_CHANGE_NULL_TO_READY) {
+        const std::optional<TestCamera> camera = cameraOf(self);
+        if (!camera) {
+            GST_ELEMENT_ERROR(element, RESOURCE, NOT_FOUND, ("There is no such camera"), (nullptr));
+            return GST_STATE_CHANGE_FAILURE;
+        }
+        gst_util_set_object_arg(G_OBJECT(self->pictures), "pattern", camera->pattern.constData());
+        g_object_set(self->pictures, "foreground-color", camera->color.rgba(), nullptr);
+        GstCaps *caps = gst_caps_from_string(camera->caps.constData());
+        g_object_set(self->filter, "caps", caps, nullptr);
+        gst_caps_unref(caps);
+    }
+    return binClass()->change_state(element, transition);
+}
+
+void setProperty(GObject *object, guint id, const GValue *value, GParamSpec *)
+{
+    auto *self = reinterpret_cast<TestCameraSource *>(object);
+    switch (id) {
+    case DeviceProperty:
+        g_free(self->device);
+        self->device = g_value_dup_string(value);
+        break;
+    case DeviceIndexProperty:
+        self->deviceIndex = g_value_get_int(value);
+        break;
+    case DevicePathProperty:
+        g_free(self->devicePath);
+        self->devicePath = g_value_dup_string(value);
+        break;
+    default:
+        break;
+    }
+}
+
+void getProperty(GObject *object, guint id, GValue *value, GParamSpec *)
+{
+    const auto *self = reinterpret_cast<TestCameraSource *>(object);
+    switch (id) {
+    case DeviceProperty:
+        g_value_set_string(value, self->device);
+        break;
+    case DeviceIndexProperty:
+        g_value_set_int(value, self->deviceIndex);
+        break;
+    case DevicePathProperty:
+        g_value_set_string(value, self->devicePath);
+        break;
+    default:
+        break;
+    }
+}
+
+void finalizeSource(GObject *object)
+{
+    auto *self = reinterpret_cast<TestCameraSource *>(object);
+    g_free(self->device);
+    g_free(self->devicePath);
+    G_OBJECT_CLASS(binClass())->finalize(object);
+}
+
+void initSourceClass(gpointer classPointer, gpointer kindPointer)
+{
+    static GstStaticPadTemplate pictures =
+        GST_STATIC_PAD_TEMPLATE("src", GST_PAD_SRC, GST_PAD_ALWAYS, GST_STATIC_CAPS("video/x-raw"));
+    auto *sourceClass = static_cast<TestCameraSourceClass *>(classPointer);
+    sourceClass->kind = static_cast<const SourceKind *>(kindPointer);
+
+    GObjectClass *objectClass = G_OBJECT_CLASS(classPointer);
+    objectClass->set_property = setProperty;
+    objectClass->get_property = getProperty;
+    objectClass->finalize = finalizeSource;
+    constexpr auto flags = GParamFlags(G_PARAM_READWRITE | G_PARAM_STATIC_STRINGS);
+    for (const PropertyId id : sourceClass->kind->properties) {
+        if (id == DeviceIndexProperty) {
+            g_object_class_install_property(
+                objectClass, id, g_param_spec_int("device-index", "", "", -1, G_MAXINT, -1, flags));
+        } else if (id != NoProperty) {
+            const char *name = id == DeviceProperty ? "device" : "device-path";
+            g_object_class_install_property(objectClass, id, g_param_spec_string(name, "", "", nullptr, flags));
+        }
+    }
+
+    GstElementClass *elementClass = GST_ELEMENT_CLASS(classPointer);
+    elementClass->change_state = changeState;
+    gst_element_class_add_static_pad_template(elementClass, &pictures);
+    gst_element_class_set_static_metadata(elementClass, "Test camera", "Source/Video", "Shows a test picture", "Tests");
+}
+
+void initSource(GTypeInstance *instance, gpointer)
+{
+    auto *self = reinterpret_cast<TestCameraSource *>(instance);
+    self->deviceIndex = -1;
+    self->pictures = gst_element_factory_make("videotestsrc", nullptr);
+    self->filter = gst_element_factory_make("capsfilter", nullptr);
+    g_object_set(self->pictures, "is-live", TRUE, nullptr);
+    gst_bin_add_many(GST_BIN(self), self->pictures, self->filter, nullptr);
+    gst_element_link(self->pictures, self->filter);
+    GstPad *inner = gst_element_get_static_pad(self->filter, "src");
+    gst_element_add_pad(GST_ELEMENT(self), gst_ghost_pad_new("src", inner));
+    gst_object_unref(inner);
+}
+
+GType sourceType(const SourceKind &kind)
+{
+    const QByteArray name = QByteArray("TestUtils-") + kind.factory;
+    if (const GType known = g_type_from_name(name.constData()))
+        return known;
+    GTypeInfo info = {};
+    info.class_size = sizeof(TestCameraSourceClass);
+    info.class_init = initSourceClass;
+    info.class_data = &kind;
+    info.instance_size = sizeof(TestCameraSource);
+    info.instance_init = initSource;
+    return g_type_register_static(GST_TYPE_BIN, name.constData(), &info, GTypeFlags(0));
+}
+
+// ---- the device
+
+struct TestCameraDevice
+{
+    GstDevice parent;
+    TestCamera *camera;
+};
+
+struct TestCameraDeviceClass
+{
+    GstDeviceClass parent;
+};
+
+G_DEFINE_TYPE(TestCameraDevice, test_camera_device, GST_TYPE_DEVICE)
+
+GstElement *createElement(GstDevice *device, const gchar *name)
+{
+    const TestCamera &camera = *reinterpret_cast<TestCameraDevice *>(device)->camera;
+    const SourceKind &kind = kindOf(camera.source);
+    GstElement *element = gst_element_factory_make(kind.factory, name);
+    for (const PropertyId id : kind.properties) {
+        if (id == DeviceIndexProperty)
+            g_object_set(element, "device-index", camera.device.toInt(), nullptr);
+        else if (id == DeviceProperty)
+            g_object_set(element, "device", camera.device.toUtf8().constData(), nullptr);
+        else if (id == DevicePathProperty)
+            g_object_set(element, "device-path", camera.device.toUtf8().constData(), nullptr);
+    }
+    return element;
+}
+
+void test_camera_device_init(TestCameraDevice *self)
+{
+    self->camera = new TestCamera;
+}
+
+void finalizeDevice(GObject *object)
+{
+    delete reinterpret_cast<TestCameraDevice *>(object)->camera;
+    G_OBJECT_CLASS(test_camera_device_parent_class)->finalize(object);
+}
+
+void test_camera_device_class_init(TestCameraDeviceClass *deviceClass)
+{
+    G_OBJECT_CLASS(deviceClass)->finalize = finalizeDevice;
+    GST_DEVICE_CLASS(deviceClass)->create_element = createElement;
+}
+
+// ---- the provider
+
+struct TestCameraProvider
+{
+    GstDeviceProvider parent;
+};
+
+struct TestCameraProviderClass
+{
+    GstDeviceProviderClass parent;
+};
+
+G_DEFINE_TYPE(TestCameraProvider, test_camera_provider, GST_TYPE_DEVICE_PROVIDER)
+
+GList *probe(GstDeviceProvider *)
+{
+    const QMutexLocker locker(&mutex);
+    GList *devices = nullptr;
+    for (const Plugged &plugged : std::as_const(pluggedCameras))
+        devices = g_list_append(devices, gst_object_ref_sink(TestCameras::newDevice(plugged.camera)));
+    return devices;
+}
+
+gboolean start(GstDeviceProvider *provider)
+{
+    const QMutexLocker locker(&mutex);
+    watchingProvider = provider;
+    for (Plugged &plugged : pluggedCameras) {
+        plugged.device = TestCameras::newDevice(plugged.camera);
+        gst_device_provider_device_add(provider, plugged.device);
+    }
+    return TRUE;
+}
+
+void stop(GstDeviceProvider *)
+{
+    // The base class forgets the devices.
+    const QMutexLocker locker(&mutex);
+    watchingProvider = nullptr;
+    for (Plugged &plugged : pluggedCameras)
+        plugged.device = nullptr;
+}
+
+void test_camera_provider_init(TestCameraProvider *) {}
+
+void test_camera_provider_class_init(TestCameraProviderClass *providerClass)
+{
+    GstDeviceProviderClass *baseClass = GST_DEVICE_PROVIDER_CLASS(providerClass);
+    baseClass->probe = probe;
+    baseClass->start = start;
+    baseClass->stop = stop;
+    gst_device_provider_class_set_static_metadata(
+        baseClass, "Test cameras", "Source/Video", "Cameras that tests plug and unplug", "Tests");
+}
+
+gboolean initPlugin(GstPlugin *plugin)
+{
+    for (const SourceKind &kind : sourceKinds) {
+        if (!gst_element_register(plugin, kind.factory, GST_RANK_NONE, sourceType(kind)))
+            return FALSE;
+    }
+    return gst_device_provider_register(
+        plugin, "testcameraprovider", GST_RANK_PRIMARY, test_camera_provider_get_type());
+}
+
+} // namespace
+
+void TestCameras::install()
+{
+    gst_init(nullptr, nullptr);
+    GstRegistry *registry = gst_registry_get();
+    GList *features = gst_registry_get_feature_list(registry, GST_TYPE_DEVICE_PROVIDER_FACTORY);
+    for (GList *node = features; node; node = node->next)
+        gst_registry_remove_feature(registry, GST_PLUGIN_FEATURE(node->data));
+    gst_plugin_feature_list_free(features);
+
+    const gboolean registered = gst_plugin_register_static(
+        GST_VERSION_MAJOR,
+        GST_VERSION_MINOR,
+        "testcameras",
+        "Cameras of tests",
+        initPlugin,
+        "1.0",
+        "LGPL",
+        "testcameras",
+        "testcameras",
+        "https://example.org");
+    if (!registered)
+        qFatal("The test cameras cannot be registered");
+}
+
+void TestCameras::plug(const TestCamera &camera)
+{
+    const QMutexLocker locker(&mutex);
+    Plugged plugged{camera, nullptr};
+    if (watchingProvider) {
+        plugged.device = newDevice(camera);
+        gst_device_provider_device_add(watchingProvider, plugged.device);
+    }
+    pluggedCameras.append(plugged);
+}
+
+void TestCameras::unplug(const QString &name)
+{
+    const QMutexLocker locker(&mutex);
+    for (qsizetype i = 0; i < pluggedCameras.size(); ++i) {
+        if (pluggedCameras.at(i).camera.name != name)
+            continue;
+        const Plugged plugged = pluggedCameras.takeAt(i);
+        if (plugged.device)
+            gst_device_provider_device_remove(watchingProvider, plugged.device);
+        return;
+    }
+}
+
+void TestCameras::unplugAll()
+{
+    const QMutexLocker locker(&mutex);
+    for (const Plugged &plugged : std::as_const(pluggedCameras)) {
+        if (plugged.device)
+            gst_device_provider_device_remove(watchingProvider, plugged.device);
+    }
+    pluggedCameras.clear();
+}
+
+GstDevice *TestCameras::newDevice(const TestCamera &camera)
+{
+    GstCaps *caps = gst_caps_from_string(camera.caps.constData());
+    auto *device = static_cast<TestCameraDevice *>(g_object_new(
+        test_camera_device_get_type(),
+        "display-name",
+        camera.name.toUtf8().constData(),
+        "caps",
+        caps,
+        "device-class",
+        "Video/Source",
+        nullptr));
+    gst_caps_unref(caps);
+    *device->camera = camera;
+    return GST_DEVICE(device);
+}
+
+bool TestCameras::isWatched()
+{
+    const QMutexLocker locker(&mutex);
+    return watchingProvider;
+}
+
+} // namespace TestUtils

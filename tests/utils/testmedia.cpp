@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "utils/testmedia.h"
+
+#include <gst/app/gstappsrc.h>
+#include <gst/gst.h>
+
+using namespace Qt::StringLiterals;
+
+namespace TestUtils {
+
+namespace {
+
+QString waitForEnd(GstElement *pipeline)
+{
+    QString problem = u"The pipeline does not come to an end"_s;
+    GstBus *bus = gst_element_get_bus(pipeline);
+    GstMessage *message =
+        gst_bus_timed_pop_filtered(bus, 60 * GST_SECOND, GstMessageType(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
+    if (message && GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS) {
+        problem.clear();
+    } else if (message) {
+        GError *error = nullptr;
+        gst_message_parse_error(message, &error, nullptr);
+        problem = QString::fromUtf8(error->message);
+        g_error_free(error);
+    }
+    if (message)
+        gst_message_unref(message);
+    gst_object_unref(bus);
+    return problem;
+}
+
+GstElement *newPipeline(const QString &filePath, const QByteArray &text, QString *problem)
+{
+    GError *error = nullptr;
+    GstElement *pipeline = gst_parse_launch(text.constData(), &error);
+    if (error) {
+        *problem = QString::fromUtf8(error->message);
+        g_error_free(error);
+    }
+    if (pipeline) {
+        GstElement *target = gst_bin_get_by_name(GST_BIN(pipeline), "target");
+        g_object_set(target, "location", filePath.toLocal8Bit().constData(), nullptr);
+        gst_object_unref(target);
+    }
+    return pipeline;
+}
+
+void discard(GstElement *pipeline)
+{
+    gst_element_set_state(pipeline, GST_STATE_NULL);
+    gst_object_unref(pipeline);
+}
+
+} // namespace
+
+QString writeMedia(const QString &filePath, const QByteArray &text)
+{
+    QString problem;
+    GstElement *pipeline = newPipeline(filePath, text, &problem);
+    if (!pipeline)
+        return problem;
+    if (problem.isEmpty()) {
+        gst_element_set_state(pipeline, GST_STATE_PLAYING);
+        problem = waitForEnd(pipeline);
+    }
+    discard(pipeline);
+    return problem;
+}
+
+QString writeVideo(const QString &filePath, const TestVideo &video)
+{
+    const QByteArray size = "width=" + QByteArray::number(video.width) + ",height=" + QByteArray::number(video.height);
+    return writeMedia(
+        filePath,
+        "videotestsrc pattern=solid-color foreground-color=" + video.color
+            + " num-buffers=" + QByteArray::number(video.frames) + " ! video/x-raw,format=" + video.format + ',' + size
+            + ",framerate=30/1 ! " + video.encoder + " ! " + video.container + " ! filesink name=target");
+}
+
+QString writeH264(const QString &filePath)
+{
+    QString problem;
+    GstElement *pipeline = newPipeline(
+        filePath,
+        "appsrc name=source format=time caps=\"video/x-h264,stream-format=avc,alignment=au,width=160,height=120,"
+        "framerate=30/1,profile=(string)high,level=(string)1.1,"
+        "codec_data=(buffer)0164000bffe100176764000bacd942825f88c044000003000400000300f23c50a65801000668ebe3cb22c0\" ! "
+        "matroskamux ! filesink name=target",
+        &problem);
+    if (!pipeline)
+        return problem;
+    if (problem.isEmpty()) {
+        gst_element_set_state(pipeline, GST_STATE_PLAYING);
+        GstElement *source = gst_bin_get_by_name(GST_BIN(pipeline), "source");
+        for (int i = 0; i < 10; ++i) {
+            GstBuffer *buffer = gst_buffer_new_allocate(nullptr, 64, nullptr);
+            gst_buffer_memset(buffer, 0, 0, 64);
+            GST_BUFFER_PTS(buffer) = GST_BUFFER_DTS(buffer) = i * GST_SECOND / 30;
+            GST_BUFFER_DURATION(buffer) = GST_SECOND / 30;
+            gst_app_src_push_buffer(GST_APP_SRC(source), buffer); // takes the buffer
+        }
+        gst_app_src_end_of_stream(GST_APP_SRC(source));
+        gst_object_unref(source);
+        problem = waitForEnd(pipeline);
+    }
+    discard(pipeline);
+    return problem;
+}
+
+} // namespace TestUtils
