@@ -54,8 +54,8 @@ void StreamPipeline::stop()
 
 bool StreamPipeline::isRunning() const
 {
-    // Only where a change would end is waited for, not whether the pipeline has left GST_STATE_NULL: that was decided
-    // when the change was asked for. Some changes never end, such as that of a file whose pictures cannot be encoded.
+    // Where a change under way will end makes no difference: it left GST_STATE_NULL when it was asked for. To wait for
+    // it would be to wait for the first picture, on a slow disk for long.
     GstState state = GST_STATE_NULL;
     gst_element_get_state(m_pipeline.get(), &state, nullptr, 0);
     return state != GST_STATE_NULL;

@@ -4,6 +4,7 @@
 #include "utils/jpegreceiver.h"
 
 #include <QMutexLocker>
+#include <QtEndian>
 
 #include <gst/video/video.h>
 
@@ -14,9 +15,11 @@ namespace TestUtils {
 
 namespace {
 
+constexpr double clockRate = 90000;
+
 constexpr char pipelineText[] = "udpsrc port=34343 address=127.0.0.1 caps=\"application/x-rtp,media=(string)video,"
                                 "clock-rate=(int)90000,encoding-name=(string)JPEG,payload=(int)26\""
-                                " ! rtpjpegdepay ! jpegdec ! videoconvert ! video/x-raw,format=RGB"
+                                " ! rtpjpegdepay name=depayloader ! jpegdec ! videoconvert ! video/x-raw,format=RGB"
                                 " ! appsink name=sink sync=false";
 
 } // namespace
@@ -31,6 +34,12 @@ JpegReceiver::JpegReceiver()
     callbacks.new_sample = onNewSample;
     gst_app_sink_set_callbacks(GST_APP_SINK(sink), &callbacks, this, nullptr);
     gst_object_unref(sink);
+
+    GstElement *depayloader = gst_bin_get_by_name(GST_BIN(m_pipeline), "depayloader");
+    GstPad *packets = gst_element_get_static_pad(depayloader, "sink");
+    gst_pad_add_probe(packets, GST_PAD_PROBE_TYPE_BUFFER, onPacket, this, nullptr);
+    gst_object_unref(packets);
+    gst_object_unref(depayloader);
 
     GstBus *bus = gst_element_get_bus(m_pipeline);
     gst_bus_set_sync_handler(bus, onMessage, this, nullptr);
@@ -58,6 +67,26 @@ QImage JpegReceiver::lastFrame() const
     return m_lastFrame;
 }
 
+QList<QSize> JpegReceiver::sizes() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_sizes;
+}
+
+double JpegReceiver::rate() const
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_timestamps.size() < 2)
+        return 0;
+    QList<quint32> steps;
+    for (qsizetype i = 1; i < m_timestamps.size(); ++i)
+        steps.append(m_timestamps.at(i) - m_timestamps.at(i - 1));
+    // The middle one: a sender that has no time left out some frames.
+    const auto middle = steps.begin() + steps.size() / 2;
+    std::nth_element(steps.begin(), middle, steps.end());
+    return clockRate / *middle;
+}
+
 QColor JpegReceiver::color() const
 {
     const QImage frame = lastFrame();
@@ -75,7 +104,23 @@ void JpegReceiver::clear()
     const QMutexLocker locker(&m_mutex);
     m_frameCount = 0;
     m_lastFrame = {};
+    m_sizes.clear();
+    m_timestamps.clear();
     m_errors.clear();
+}
+
+GstPadProbeReturn JpegReceiver::onPacket(GstPad *, GstPadProbeInfo *info, gpointer receiver)
+{
+    // The time is in bytes 4 to 7; the packets of a frame share it.
+    quint32 bigEndian = 0;
+    if (gst_buffer_extract(gst_pad_probe_info_get_buffer(info), 4, &bigEndian, sizeof bigEndian) == sizeof bigEndian) {
+        const quint32 timestamp = qFromBigEndian(bigEndian);
+        auto *self = static_cast<JpegReceiver *>(receiver);
+        const QMutexLocker locker(&self->m_mutex);
+        if (self->m_timestamps.isEmpty() || self->m_timestamps.last() != timestamp)
+            self->m_timestamps.append(timestamp);
+    }
+    return GST_PAD_PROBE_OK;
 }
 
 GstFlowReturn JpegReceiver::onNewSample(GstAppSink *sink, gpointer receiver)
@@ -97,6 +142,8 @@ GstFlowReturn JpegReceiver::onNewSample(GstAppSink *sink, gpointer receiver)
         const QMutexLocker locker(&self->m_mutex);
         self->m_lastFrame = view.copy();
         ++self->m_frameCount;
+        if (!self->m_sizes.contains(view.size()))
+            self->m_sizes.append(view.size());
         gst_video_frame_unmap(&frame);
     }
     gst_sample_unref(sample);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 #include <QMutex>
 #include <QSize>
 #include <QStringList>
@@ -26,6 +27,10 @@ public:
     /// Null before the first.
     QImage lastFrame() const;
     QSize size() const { return lastFrame().size(); }
+    /// All sizes that have been seen, in the order in which they were first seen.
+    QList<QSize> sizes() const;
+    /// Frames a second, by the sender's clock; 0 before the second frame.
+    double rate() const;
     /// In the middle of the picture.
     QColor color() const;
     /// What could not be decoded.
@@ -34,6 +39,7 @@ public:
     void clear();
 
 private:
+    static GstPadProbeReturn onPacket(GstPad *pad, GstPadProbeInfo *info, gpointer receiver);
     static GstFlowReturn onNewSample(GstAppSink *sink, gpointer receiver);
     static GstBusSyncReply onMessage(GstBus *bus, GstMessage *message, gpointer receiver);
 
@@ -41,6 +47,8 @@ private:
     mutable QMutex m_mutex; // guards what follows
     int m_frameCount = 0;
     QImage m_lastFrame;
+    QList<QSize> m_sizes;
+    QList<quint32> m_timestamps; // of packets; one for each frame
     QStringList m_errors;
 };
 

@@ -5,6 +5,7 @@
 
 #include <gst/app/gstappsrc.h>
 #include <gst/gst.h>
+#include <gst/video/gstvideodecoder.h>
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +53,54 @@ void discard(GstElement *pipeline)
 {
     gst_element_set_state(pipeline, GST_STATE_NULL);
     gst_object_unref(pipeline);
+}
+
+// ---- a decoder that does not look at what it decodes
+
+struct TestDecoder
+{
+    GstVideoDecoder parent;
+};
+
+struct TestDecoderClass
+{
+    GstVideoDecoderClass parent;
+};
+
+G_DEFINE_TYPE(TestDecoder, test_decoder, GST_TYPE_VIDEO_DECODER)
+
+gboolean setFormat(GstVideoDecoder *decoder, GstVideoCodecState *input)
+{
+    gst_video_codec_state_unref(gst_video_decoder_set_output_state(decoder, GST_VIDEO_FORMAT_I420, 160, 120, input));
+    return gst_video_decoder_negotiate(decoder);
+}
+
+GstFlowReturn handleFrame(GstVideoDecoder *decoder, GstVideoCodecFrame *frame)
+{
+    const GstFlowReturn result = gst_video_decoder_allocate_output_frame(decoder, frame);
+    if (result != GST_FLOW_OK) {
+        gst_video_decoder_drop_frame(decoder, frame);
+        return result;
+    }
+    gst_buffer_memset(frame->output_buffer, 0, 128, gst_buffer_get_size(frame->output_buffer));
+    return gst_video_decoder_finish_frame(decoder, frame);
+}
+
+void test_decoder_init(TestDecoder *) {}
+
+void test_decoder_class_init(TestDecoderClass *decoderClass)
+{
+    static GstStaticPadTemplate input =
+        GST_STATIC_PAD_TEMPLATE("sink", GST_PAD_SINK, GST_PAD_ALWAYS, GST_STATIC_CAPS("video/x-h264"));
+    static GstStaticPadTemplate output =
+        GST_STATIC_PAD_TEMPLATE("src", GST_PAD_SRC, GST_PAD_ALWAYS, GST_STATIC_CAPS("video/x-raw,format=I420"));
+    GstElementClass *elementClass = GST_ELEMENT_CLASS(decoderClass);
+    gst_element_class_add_static_pad_template(elementClass, &input);
+    gst_element_class_add_static_pad_template(elementClass, &output);
+    gst_element_class_set_static_metadata(
+        elementClass, "Test decoder", "Codec/Decoder/Video", "Decodes nothing", "Tests");
+    GST_VIDEO_DECODER_CLASS(decoderClass)->set_format = setFormat;
+    GST_VIDEO_DECODER_CLASS(decoderClass)->handle_frame = handleFrame;
 }
 
 } // namespace
@@ -108,6 +157,12 @@ QString writeH264(const QString &filePath)
     }
     discard(pipeline);
     return problem;
+}
+
+void installH264Decoder()
+{
+    if (!gst_element_register(nullptr, "testh264dec", GST_RANK_PRIMARY, test_decoder_get_type()))
+        qFatal("The decoder cannot be registered");
 }
 
 } // namespace TestUtils

@@ -25,7 +25,11 @@ struct TestVideo
 };
 QString writeVideo(const QString &filePath, const TestVideo &video);
 
-/// A file that says that it is H.264. No picture in it can be decoded; to look into it is enough.
+/// A file that says that it is H.264. Nothing in it can be decoded; to look into it is enough.
 QString writeH264(const QString &filePath);
+
+/// Has this process decode H.264, badly: every picture is grey. A host may have no decoder, and then says nothing of
+/// the codec.
+void installH264Decoder();
 
 } // namespace TestUtils
