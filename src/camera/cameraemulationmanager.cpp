@@ -5,19 +5,27 @@
 
 #include "camera/cameracapabilities.h"
 #include "camera/cameramonitor.h"
+#include "camera/camerapipeline.h"
+#include "camera/gstreamerloading.h"
 #include "camera/videocodec.h"
+#include "camera/videofilepipeline.h"
 
 using namespace EmulationManagement::Internal;
 using namespace Qt::StringLiterals;
 
 CameraEmulationManager::CameraEmulationManager(QObject *parent)
     : QObject(parent)
-    , m_loading([this] { QMetaObject::invokeMethod(this, &CameraEmulationManager::setUp, Qt::QueuedConnection); })
 {
+    m_loading = std::make_unique<GStreamerLoading>(
+        [this] { QMetaObject::invokeMethod(this, &CameraEmulationManager::setUp, Qt::QueuedConnection); });
     connect(this, &CameraEmulationManager::videoStreamStopped, this, &CameraEmulationManager::restartVideoStream);
 }
 
-CameraEmulationManager::~CameraEmulationManager() = default;
+CameraEmulationManager::~CameraEmulationManager()
+{
+    m_videoPipeline.reset();
+    m_cameraPipeline.reset();
+}
 
 bool CameraEmulationManager::streamRunning() const
 {
@@ -170,7 +178,7 @@ void CameraEmulationManager::updateCamerasList()
     m_cameraMonitor->deleteLater();
     m_cameraSettings.clear();
 
-    initGstDeviceMonitor();
+    initGstDeviceMonitor(new CameraMonitor(startDeviceMonitor(), this));
     initCameraGstPluginName();
     initCameraStreamElements();
     initCameraStreamAvailableSettings();
@@ -182,17 +190,17 @@ void CameraEmulationManager::setUp()
 {
     if (m_cameraMonitor)
         return;
-    m_loading.wait();
-    initGstDeviceMonitor();
+    initGstDeviceMonitor(new CameraMonitor(m_loading->takeDeviceMonitor(), this));
+    m_loading.reset();
     initCameraGstPluginName();
     initVideoStreamElements();
     initCameraStreamElements();
     constructVideoStreamPipeline();
 }
 
-void CameraEmulationManager::initGstDeviceMonitor()
+void CameraEmulationManager::initGstDeviceMonitor(CameraMonitor *monitor)
 {
-    m_cameraMonitor = new CameraMonitor(this);
+    m_cameraMonitor = monitor;
     connect(m_cameraMonitor, &CameraMonitor::cameraAdded, this, &CameraEmulationManager::onCameraAdded);
     connect(m_cameraMonitor, &CameraMonitor::cameraRemoved, this, &CameraEmulationManager::onCameraRemoved);
 }
@@ -221,7 +229,7 @@ void CameraEmulationManager::initCameraStreamElements()
 
 void CameraEmulationManager::constructVideoStreamPipeline()
 {
-    m_videoPipeline->assemble([this] { onEndOfVideoFile(); });
+    m_videoPipeline->assemble(localhost, udpPort, [this] { onEndOfVideoFile(); });
 }
 
 void CameraEmulationManager::constructCameraStreamPipeline()
@@ -251,7 +259,7 @@ void CameraEmulationManager::setUpCameraPipelineElementsProperties()
     if (!m_framerate.isEmpty())
         caps += u",framerate="_s + m_framerate;
     m_cameraPipeline->setCaps(caps);
-    m_cameraPipeline->setUpEncoderAndSink();
+    m_cameraPipeline->setUpEncoderAndSink(localhost, udpPort);
 }
 
 void CameraEmulationManager::onCameraAdded(GstDevice *device)

@@ -3,10 +3,6 @@
 
 #pragma once
 
-#include "camera/camerapipeline.h"
-#include "camera/gstreamerloading.h"
-#include "camera/videofilepipeline.h"
-
 #include <QMap>
 #include <QObject>
 #include <QStringList>
@@ -15,9 +11,15 @@
 #include <atomic>
 #include <memory>
 
+// Of GStreamer.
+using GstDevice = struct _GstDevice;
+
 namespace EmulationManagement::Internal {
 class CameraMonitor;
-}
+class CameraPipeline;
+class GStreamerLoading;
+class VideoFilePipeline;
+} // namespace EmulationManagement::Internal
 
 // Sends pictures of a camera of the host, or of a video file in a loop, to the emulator's camera: JPEG over RTP to a
 // UDP port that the virtual machine forwards.
@@ -40,8 +42,8 @@ class CameraEmulationManager : public QObject
 public:
     // The virtual machine's rule that forwards udpPort, which is the same on both sides.
     static inline const QString portForwardingRule = QStringLiteral("emulationmanagementudp");
-    static constexpr quint16 udpPort = EmulationManagement::Internal::StreamPipeline::udpPort;
-    static constexpr const char *localhost = EmulationManagement::Internal::StreamPipeline::localhost;
+    static constexpr quint16 udpPort = 34343;
+    static constexpr const char *localhost = "127.0.0.1";
 
     // Cameras are watched from soon after construction on: GStreamer is loaded in the background.
     explicit CameraEmulationManager(QObject *parent = nullptr);
@@ -111,7 +113,7 @@ Q_SIGNALS:
 
 private:
     void setUp();
-    void initGstDeviceMonitor();
+    void initGstDeviceMonitor(EmulationManagement::Internal::CameraMonitor *monitor);
     void initCameraGstPluginName();
     void initVideoStreamElements();
     void initCameraStreamElements();
@@ -147,5 +149,5 @@ private:
     QString m_cameraName;
     QString m_cameraSourcePluginName;
     std::atomic<int> m_videoRun = 0; // counts starts; read by a thread of GStreamer's
-    EmulationManagement::Internal::GStreamerLoading m_loading;
+    std::unique_ptr<EmulationManagement::Internal::GStreamerLoading> m_loading; // null when it is done
 };

@@ -7,6 +7,8 @@
 
 #include <QSocketNotifier>
 
+#include <utility>
+
 namespace EmulationManagement::Internal {
 
 namespace {
@@ -22,23 +24,23 @@ qintptr descriptorOf(GstBus *bus)
 
 } // namespace
 
-CameraMonitor::CameraMonitor(QObject *parent)
+GstDeviceMonitorPointer startDeviceMonitor()
+{
+    GstDeviceMonitorPointer monitor(gst_device_monitor_new());
+    const GstCapsPointer caps(gst_caps_new_empty_simple("video/x-raw"));
+    gst_device_monitor_add_filter(monitor.get(), "Video/Source", caps.get());
+    if (!gst_device_monitor_start(monitor.get()))
+        qCDebug(cameraLog) << "There is nothing that could tell of cameras";
+    return monitor;
+}
+
+CameraMonitor::CameraMonitor(GstDeviceMonitorPointer monitor, QObject *parent)
     : QObject(parent)
-    , m_monitor(gst_device_monitor_new())
+    , m_monitor(std::move(monitor))
     , m_bus(gst_device_monitor_get_bus(m_monitor.get()))
     , m_notifier(new QSocketNotifier(descriptorOf(m_bus.get()), QSocketNotifier::Read, this))
 {
     connect(m_notifier, &QSocketNotifier::activated, this, &CameraMonitor::readMessage);
-
-    const GstCapsPointer caps(gst_caps_new_empty_simple("video/x-raw"));
-    gst_device_monitor_add_filter(m_monitor.get(), "Video/Source", caps.get());
-    if (!gst_device_monitor_start(m_monitor.get()))
-        qCDebug(cameraLog) << "There is nothing that could tell of cameras";
-}
-
-CameraMonitor::~CameraMonitor()
-{
-    stop();
 }
 
 GstDeviceListPointer CameraMonitor::devices() const
@@ -48,10 +50,7 @@ GstDeviceListPointer CameraMonitor::devices() const
 
 void CameraMonitor::stop()
 {
-    if (!m_monitor)
-        return;
     m_notifier->setEnabled(false);
-    gst_device_monitor_stop(m_monitor.get());
     m_monitor.reset();
 }
 

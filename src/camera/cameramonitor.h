@@ -13,14 +13,16 @@ QT_END_NAMESPACE
 
 namespace EmulationManagement::Internal {
 
-// Watches which cameras the host has, from construction until it is stopped or destroyed.
+// Begins to watch the host's cameras. That may take a while: GStreamer looks at all of them. Any thread may call it.
+GstDeviceMonitorPointer startDeviceMonitor();
+
+// Tells of cameras that are plugged in and unplugged, until it is stopped or destroyed.
 class CameraMonitor : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit CameraMonitor(QObject *parent = nullptr);
-    ~CameraMonitor() override;
+    explicit CameraMonitor(GstDeviceMonitorPointer monitor, QObject *parent = nullptr);
 
     // Those that are there now, whether or not they have been announced.
     GstDeviceListPointer devices() const;

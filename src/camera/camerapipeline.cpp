@@ -56,9 +56,9 @@ void CameraPipeline::setCaps(const QString &caps)
     g_object_set(m_capsFilter.get(), "caps", parsed.get(), nullptr);
 }
 
-void CameraPipeline::setUpEncoderAndSink()
+void CameraPipeline::setUpEncoderAndSink(const char *host, quint16 port)
 {
-    StreamPipeline::setUpEncoderAndSink(m_encoder.get(), m_sink.get());
+    StreamPipeline::setUpEncoderAndSink(m_encoder.get(), m_sink.get(), host, port);
 }
 
 void CameraPipeline::assemble()

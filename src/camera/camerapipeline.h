@@ -21,7 +21,7 @@ public:
     void setSourceProperty(const QString &name, const QString &value);
     // The pictures that are wanted of the camera; to be set only while the pipeline is stopped.
     void setCaps(const QString &caps);
-    void setUpEncoderAndSink();
+    void setUpEncoderAndSink(const char *host, quint16 port);
 
     // Once assembled, or without a source, this does nothing.
     void assemble();

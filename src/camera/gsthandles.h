@@ -16,7 +16,6 @@ struct GstObjectDeleter
     void operator()(gpointer object) const { gst_object_unref(object); }
 };
 using GstBusPointer = std::unique_ptr<GstBus, GstObjectDeleter>;
-using GstDeviceMonitorPointer = std::unique_ptr<GstDeviceMonitor, GstObjectDeleter>;
 using GstDevicePointer = std::unique_ptr<GstDevice, GstObjectDeleter>;
 using GstElementPointer = std::unique_ptr<GstElement, GstObjectDeleter>;
 using GstPadPointer = std::unique_ptr<GstPad, GstObjectDeleter>;
@@ -49,6 +48,17 @@ struct GFreeDeleter
     void operator()(gpointer memory) const { g_free(memory); }
 };
 using GCharPointer = std::unique_ptr<gchar, GFreeDeleter>;
+
+// A monitor that watches as long as it is owned.
+struct GstDeviceMonitorDeleter
+{
+    void operator()(GstDeviceMonitor *monitor) const
+    {
+        gst_device_monitor_stop(monitor);
+        gst_object_unref(monitor);
+    }
+};
+using GstDeviceMonitorPointer = std::unique_ptr<GstDeviceMonitor, GstDeviceMonitorDeleter>;
 
 // A list that owns its devices.
 struct GstDeviceListDeleter

@@ -3,18 +3,13 @@
 
 #include "camera/gstreamerloading.h"
 
+#include "camera/cameramonitor.h"
+
 #include <gst/gst.h>
 
 namespace EmulationManagement::Internal {
 
 namespace {
-
-// The factory itself is not needed, only what loading it leaves behind.
-void loadFeature(GstPluginFeature *feature)
-{
-    if (GstPluginFeature *loaded = gst_plugin_feature_load(feature))
-        gst_object_unref(loaded);
-}
 
 void load()
 {
@@ -23,17 +18,12 @@ void load()
     GstRegistry *registry = gst_registry_get();
     for (const char *factory : {"capsfilter", "decodebin", "filesrc", "jpegenc", "rtpjpegpay", "udpsink"}) {
         if (GstPluginFeature *feature = gst_registry_lookup_feature(registry, factory)) {
-            loadFeature(feature);
+            // The factory itself is not needed, only the plugin that stays in memory.
+            if (GstPluginFeature *loaded = gst_plugin_feature_load(feature))
+                gst_object_unref(loaded);
             gst_object_unref(feature);
         }
     }
-
-    GList *providers = gst_device_provider_factory_list_get_device_providers(GST_RANK_MARGINAL);
-    for (GList *node = providers; node; node = node->next) {
-        if (gst_device_provider_factory_has_classes(GST_DEVICE_PROVIDER_FACTORY(node->data), "Video/Source"))
-            loadFeature(GST_PLUGIN_FEATURE(node->data));
-    }
-    gst_plugin_feature_list_free(providers);
 }
 
 } // namespace
@@ -41,19 +31,11 @@ void load()
 GStreamerLoading::GStreamerLoading(const std::function<void()> &onLoaded)
     : m_loaded(std::async(std::launch::async, [onLoaded] {
         load();
+        GstDeviceMonitorPointer monitor = startDeviceMonitor();
         onLoaded();
+        return monitor;
     }))
 {
-}
-
-GStreamerLoading::~GStreamerLoading()
-{
-    wait();
-}
-
-void GStreamerLoading::wait() const
-{
-    m_loaded.wait();
 }
 
 } // namespace EmulationManagement::Internal

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "camera/gsthandles.h"
+
 #include <QtTypes>
 
 #include <functional>
@@ -10,8 +12,9 @@
 
 namespace EmulationManagement::Internal {
 
-// Initialises GStreamer and loads what the pipelines need of it, in a thread of its own: that reads a registry of some
-// hundred plugins, and the first time the plugins themselves. Waits for the end when destroyed.
+// Initialises GStreamer, loads what the pipelines need of it and begins to watch cameras, in a thread of its own: that
+// reads a registry of some hundred plugins, the first time the plugins themselves, and asks every camera what it can
+// do. Waits for the end when destroyed.
 class GStreamerLoading
 {
     Q_DISABLE_COPY_MOVE(GStreamerLoading)
@@ -19,12 +22,12 @@ class GStreamerLoading
 public:
     // The function is called in that thread, last.
     explicit GStreamerLoading(const std::function<void()> &onLoaded);
-    ~GStreamerLoading();
 
-    void wait() const;
+    // Waits. To be called once.
+    GstDeviceMonitorPointer takeDeviceMonitor() { return m_loaded.get(); }
 
 private:
-    std::future<void> m_loaded;
+    std::future<GstDeviceMonitorPointer> m_loaded;
 };
 
 } // namespace EmulationManagement::Internal

@@ -75,12 +75,12 @@ GstElementPointer StreamPipeline::makeElement(const char *factory, const char *n
     return element;
 }
 
-void StreamPipeline::setUpEncoderAndSink(GstElement *encoder, GstElement *sink)
+void StreamPipeline::setUpEncoderAndSink(GstElement *encoder, GstElement *sink, const char *host, quint16 port)
 {
     if (encoder)
         g_object_set(encoder, "quality", jpegQuality, nullptr);
     if (sink)
-        g_object_set(sink, "host", localhost, "port", gint(udpPort), nullptr);
+        g_object_set(sink, "host", host, "port", gint(port), nullptr);
 }
 
 } // namespace EmulationManagement::Internal

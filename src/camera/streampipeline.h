@@ -18,9 +18,6 @@ class StreamPipeline
     Q_DISABLE_COPY_MOVE(StreamPipeline)
 
 public:
-    static constexpr quint16 udpPort = 34343;
-    static constexpr const char *localhost = "127.0.0.1";
-
     void start();
     void stop();
     bool isRunning() const;
@@ -34,7 +31,7 @@ protected:
 
     // Null when GStreamer has no such element.
     static GstElementPointer makeElement(const char *factory, const char *name);
-    static void setUpEncoderAndSink(GstElement *encoder, GstElement *sink);
+    static void setUpEncoderAndSink(GstElement *encoder, GstElement *sink, const char *host, quint16 port);
 
 private:
     GstElementPointer m_pipeline;

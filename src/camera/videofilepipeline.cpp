@@ -23,10 +23,10 @@ VideoFilePipeline::~VideoFilePipeline()
     stop();
 }
 
-void VideoFilePipeline::assemble(const std::function<void()> &onEndOfFile)
+void VideoFilePipeline::assemble(const char *host, quint16 port, const std::function<void()> &onEndOfFile)
 {
     m_onEndOfFile = onEndOfFile;
-    setUpEncoderAndSink(m_encoder.get(), m_sink.get());
+    setUpEncoderAndSink(m_encoder.get(), m_sink.get(), host, port);
     const std::array chain{m_fileSource.get(), m_decoder.get(), m_encoder.get(), m_payloader.get(), m_sink.get()};
     for (GstElement *element : chain) {
         if (!element)

@@ -20,7 +20,7 @@ public:
     ~VideoFilePipeline();
 
     // The handler is called in a thread of GStreamer's when the last picture of the file has been sent.
-    void assemble(const std::function<void()> &onEndOfFile);
+    void assemble(const char *host, quint16 port, const std::function<void()> &onEndOfFile);
 
     // A path, not a URL; to be set only while the pipeline is stopped.
     void setLocation(const QString &filePath);

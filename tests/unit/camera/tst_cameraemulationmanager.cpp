@@ -204,7 +204,9 @@ void TestCameraEmulationManager::cleanup()
 
 void TestCameraEmulationManager::waitUntilWatching()
 {
-    QTRY_VERIFY(TestCameras::isWatched());
+    // What is made right after the monitor.
+    QTRY_COMPARE(PipelineRecorder::count(videoPipeline), 1);
+    QVERIFY(TestCameras::isWatched());
 }
 
 void TestCameraEmulationManager::setUpWith(const QList<TestCamera> &cameras)

@@ -605,16 +605,14 @@ void TestCameraStreams::truncatedFiles()
     const QString file = path(u"cut.webm"_s);
     QSet<QString> codecs;
     QSignalSpy checked(m_manager.get(), &CameraEmulationManager::videoFileCodecChecked);
-    for (qsizetype length = 1; length < whole.size(); length += whole.size() / 20) {
+    for (qsizetype length = 1; length < whole.size(); length += whole.size() / 6) {
         QVERIFY(writeBytes(file, whole.first(length)));
         checked.clear();
         m_manager->startVideoStream(file);
-        m_manager->startVideoStream(file);
-        QCOMPARE(checked.size(), 2);
-        QCOMPARE(checked.first(), checked.last());
+        QCOMPARE(checked.size(), 1);
+        const bool accepted = checked.first().first().toBool();
         const QString codec = checked.first().last().toString();
-        QVERIFY2(codec.isEmpty() || codec.contains(u"VP8"_s), qPrintable(codec));
-        QCOMPARE(checked.first().first().toBool(), !codec.isEmpty());
+        QVERIFY2(accepted ? codec.contains(u"VP8"_s) : codec.isEmpty(), qPrintable(codec));
         codecs.insert(codec);
     }
     QCOMPARE(codecs.size(), 2); // some are accepted, some are refused
