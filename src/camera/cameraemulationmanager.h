@@ -11,8 +11,7 @@
 #include <atomic>
 #include <memory>
 
-// Of GStreamer.
-using GstDevice = struct _GstDevice;
+using GstDevice = struct _GstDevice; // NOLINT(bugprone-reserved-identifier): GStreamer's own name for it
 
 namespace EmulationManagement::Internal {
 class CameraMonitor;
