@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gps/gpsemulationmanager.h"
+
+#include "remote/dbusarguments.h"
+#include "remote/finitenumber.h"
+
+#include <QVariantMap>
+
+using namespace Qt::StringLiterals;
+
+namespace EmulationManagement::Internal {
+
+namespace {
+
+constexpr int degreesDecimals = 7;
+constexpr int metresDecimals = 2;
+
+QString degrees(double value)
+{
+    return DBusArguments::real(value, degreesDecimals);
+}
+
+QString metres(double value)
+{
+    return DBusArguments::real(value, metresDecimals);
+}
+
+QString trackPointText(const QVariantMap &point)
+{
+    const auto number = [&point](const QString &key) { return point.value(key).toDouble(); };
+    const QStringList numbers{
+        DBusArguments::fixedNumber(number(u"latitude"_s), degreesDecimals),
+        DBusArguments::fixedNumber(number(u"longitude"_s), degreesDecimals),
+        DBusArguments::fixedNumber(number(u"altitude"_s), metresDecimals),
+        DBusArguments::generalNumber(number(u"interval"_s)),
+    };
+    return numbers.join(u',');
+}
+
+} // namespace
+
+GPSEmulationManager::GPSEmulationManager(QObject *parent)
+    : EmulationManager(parent)
+    , m_currentPosition(new PositionModel(this))
+{
+    // The name under which the property's type is looked up.
+    qRegisterMetaType<PositionModel *>("PositionModel*");
+    connect(this, &EmulationManager::emulatorConnected, this, &GPSEmulationManager::setupGPSData);
+}
+
+QString GPSEmulationManager::bus() const
+{
+    return u"system"_s;
+}
+
+QString GPSEmulationManager::dbusService() const
+{
+    return u"ru.kelo.GeoclueEmulationManagement"_s;
+}
+
+QString GPSEmulationManager::dbusObject() const
+{
+    return u"/ru/kelo/GeoclueEmulationManagement"_s;
+}
+
+QString GPSEmulationManager::dbusInterface() const
+{
+    return dbusService();
+}
+
+void GPSEmulationManager::processDBusMethodsReturnValues([[maybe_unused]] const QList<QString> &replyFields) {}
+
+PositionModel *GPSEmulationManager::currentPosition() const
+{
+    return m_currentPosition;
+}
+
+bool GPSEmulationManager::trackLooped() const
+{
+    return m_trackLooped;
+}
+
+bool GPSEmulationManager::useDefaultInterval() const
+{
+    return m_useDefaultInterval;
+}
+
+int GPSEmulationManager::trackSpeed() const
+{
+    return m_trackSpeed;
+}
+
+int GPSEmulationManager::currentPositionIndex() const
+{
+    return m_currentPositionIndex;
+}
+
+void GPSEmulationManager::setCurrentPositionIndex(int index)
+{
+    m_currentPositionIndex = index;
+    Q_EMIT currentPositionIndexChanged();
+}
+
+bool GPSEmulationManager::trackLoaded() const
+{
+    return m_trackLoaded;
+}
+
+void GPSEmulationManager::setLocalPosition(double latitude, double longitude, double altitude)
+{
+    m_currentPosition->setValues(finiteOrZero(latitude), finiteOrZero(longitude), finiteOrZero(altitude));
+    m_settings.saveGpsValues(
+        m_currentPosition->latitude(), m_currentPosition->longitude(), m_currentPosition->altitude());
+}
+
+void GPSEmulationManager::setPosition(double latitude, double longitude, double altitude)
+{
+    callDBusMethod(u"setPosition"_s, DBusArguments::joined({degrees(latitude), degrees(longitude), metres(altitude)}));
+    setLocalPosition(latitude, longitude, altitude);
+}
+
+void GPSEmulationManager::setLatitude(double latitude)
+{
+    callDBusMethod(u"setLatitude"_s, degrees(latitude));
+    m_currentPosition->setLatitude(finiteOrZero(latitude));
+    m_settings.saveGpsLatitude(m_currentPosition->latitude());
+}
+
+void GPSEmulationManager::setLongitude(double longitude)
+{
+    callDBusMethod(u"setLongitude"_s, degrees(longitude));
+    m_currentPosition->setLongitude(finiteOrZero(longitude));
+    m_settings.saveGpsLongitude(m_currentPosition->longitude());
+}
+
+void GPSEmulationManager::setAltitude(double altitude)
+{
+    callDBusMethod(u"setAltitude"_s, metres(altitude));
+    m_currentPosition->setAltitude(finiteOrZero(altitude));
+    m_settings.saveGpsAltitude(m_currentPosition->altitude());
+}
+
+void GPSEmulationManager::loadTrack(const QList<QVariant> &trackPoints)
+{
+    QStringList points;
+    points.reserve(trackPoints.size());
+    for (const QVariant &point : trackPoints)
+        points.append(trackPointText(point.toMap()));
+    callDBusMethod(u"loadTrack"_s, u"array:array:double:"_s + points.join(u';'));
+    // Silently: whoever loads a track selects its first point.
+    m_currentPositionIndex = 0;
+    m_trackLoaded = true;
+}
+
+void GPSEmulationManager::startTrack()
+{
+    callDBusMethod(u"startTrack"_s, {});
+}
+
+void GPSEmulationManager::pauseTrack()
+{
+    callDBusMethod(u"pauseTrack"_s, {});
+}
+
+void GPSEmulationManager::stopTrack()
+{
+    callDBusMethod(u"stopTrack"_s, {});
+    setCurrentPositionIndex(0);
+}
+
+void GPSEmulationManager::setTrackLooped(bool looped)
+{
+    callDBusMethod(u"setTrackLooped"_s, DBusArguments::boolean(looped));
+    m_trackLooped = looped;
+    Q_EMIT trackLoopedChanged();
+}
+
+void GPSEmulationManager::setTrackIntervalMode(bool useDefaultInterval)
+{
+    callDBusMethod(u"setTrackIntervalMode"_s, DBusArguments::boolean(useDefaultInterval));
+    m_useDefaultInterval = useDefaultInterval;
+    Q_EMIT defaultIntervalUsingChanged();
+}
+
+void GPSEmulationManager::setTrackSpeed(int speed)
+{
+    callDBusMethod(u"setTrackSpeed"_s, DBusArguments::int32(speed));
+    m_trackSpeed = speed;
+    Q_EMIT trackSpeedChanged();
+}
+
+void GPSEmulationManager::goToPositionOnTrack(int index)
+{
+    callDBusMethod(u"goToPositionOnTrack"_s, DBusArguments::int32(index));
+    setCurrentPositionIndex(index);
+}
+
+void GPSEmulationManager::setupGPSData()
+{
+    stopTrack();
+    m_trackLoaded = false;
+    setTrackLooped(m_trackLooped);
+    setTrackIntervalMode(m_useDefaultInterval);
+    setTrackSpeed(m_trackSpeed);
+    setPosition(m_settings.readGpsLatitude(), m_settings.readGpsLongitude(), m_settings.readGpsAltitude());
+}
+
+} // namespace EmulationManagement::Internal
