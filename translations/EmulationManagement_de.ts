@@ -78,6 +78,27 @@
         <source>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</source>
         <translation>Das Emulationsverwaltungs-Plugin kann nicht verwendet werden. Bitte schließen Sie %1 und versuchen Sie erneut, „Emulationsverwaltung…“ zu verwenden.</translation>
     </message>
+    <message>
+        <source>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</source>
+        <translation>Die Verbindung zum Emulator ist abgebrochen. Bitte starten Sie bei Bedarf %1 und laden Sie den GPS-Track erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::NmeaError</name>
+    <message>
+        <source>NMEA file is empty</source>
+        <translation>NMEA-Datei ist leer</translation>
+    </message>
+    <message>
+        <source>Incorrect NMEA file</source>
+        <translation>Fehlerhafte NMEA-Datei</translation>
+    </message>
+    <message>
+        <source>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</source>
+        <translation>Die NMEA-Datei enthält Punkte in einem falschen Format.
+Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
+    </message>
 </context>
 <context>
     <name>EmulationManagement::Internal::WarningDialog</name>

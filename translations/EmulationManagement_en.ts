@@ -78,6 +78,27 @@
         <source>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</source>
         <translation>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</translation>
     </message>
+    <message>
+        <source>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</source>
+        <translation>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::NmeaError</name>
+    <message>
+        <source>NMEA file is empty</source>
+        <translation>NMEA file is empty</translation>
+    </message>
+    <message>
+        <source>Incorrect NMEA file</source>
+        <translation>Incorrect NMEA file</translation>
+    </message>
+    <message>
+        <source>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</source>
+        <translation>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
+    </message>
 </context>
 <context>
     <name>EmulationManagement::Internal::WarningDialog</name>

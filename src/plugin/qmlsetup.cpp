@@ -3,6 +3,8 @@
 
 #include "plugin/qmlsetup.h"
 
+#include "gps/nmealogloader.h"
+#include "gps/nmeaparsing.h"
 #include "plugin/warningdialog.h"
 #include "sensors/alsmodel.h"
 #include "sensors/sensorsemulationmanager.h"
@@ -40,6 +42,9 @@ void registerViewTypes()
     qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
     qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
     qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
+    qmlRegisterType<NmeaLogLoader>(module, 1, 0, "NmeaLogLoader");
+    qmlRegisterSingletonType<NmeaParsing>(
+        module, 1, 0, "NmeaParsing", [](QQmlEngine *, QJSEngine *) { return new NmeaParsing; });
 
     qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
     qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");

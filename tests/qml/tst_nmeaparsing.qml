@@ -3,7 +3,7 @@
 
 import QtQuick
 import QtTest
-import "qrc:/emulationmanagement/js/nmea-parsing.js" as NmeaParsing
+import "nmea/nmea-parsing.js" as NmeaParsing
 
 TestCase {
     id: root

@@ -6,6 +6,9 @@
 // What the plugin registers as "org.quova" 1.0 at run time, described for the QML compiler and for qmllint. Nothing of
 // this is linked: the descriptions are generated from the classes themselves.
 
+#include "gps/nmealogloader.h"
+#include "gps/nmeaparsing.h"
+#include "gps/trackpoint.h"
 #include "plugin/warningdialog.h"
 #include "remote/emulationmanager.h"
 #include "sensors/accelerometermodel.h"
@@ -46,6 +49,36 @@ struct WarningDialogDescription
     Q_GADGET
     QML_FOREIGN(WarningDialog)
     QML_NAMED_ELEMENT(WarningDialog)
+};
+
+struct NmeaLogLoaderDescription
+{
+    Q_GADGET
+    QML_FOREIGN(NmeaLogLoader)
+    QML_NAMED_ELEMENT(NmeaLogLoader)
+};
+
+struct NmeaParsingDescription
+{
+    Q_GADGET
+    QML_FOREIGN(NmeaParsing)
+    QML_NAMED_ELEMENT(NmeaParsing)
+    QML_SINGLETON
+};
+
+struct TrackPointDescription
+{
+    Q_GADGET
+    QML_FOREIGN(TrackPoint)
+    QML_ANONYMOUS
+};
+
+struct TrackPointsDescription
+{
+    Q_GADGET
+    QML_FOREIGN(QList<TrackPoint>)
+    QML_ANONYMOUS
+    QML_SEQUENTIAL_CONTAINER(TrackPoint)
 };
 
 struct AlsModelDescription
