@@ -322,7 +322,7 @@ NmeaLog parseNmeaLog(QStringView text, double now, const std::stop_token &stop)
 
     // A script's loop over the lines has nothing to loop over then: users are to see what its engine says.
     if (lines.number() == 0)
-        return NmeaError{.kind = NmeaError::Kind::Type, .message = u"Cannot read property 'length' of null"_s};
+        return NmeaError{.kind = NmeaError::Kind::Type, .message = u"Value is null and could not be converted to an object"_s};
     if (points.isEmpty()) {
         return NmeaError{
             .message =

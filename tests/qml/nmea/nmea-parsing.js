@@ -3,7 +3,8 @@
 
 .pragma library
 
-// Turns the text of an NMEA log into track points. Free functions without a state between calls.
+// The rules of the plugin's own NmeaParsing once more, as short as a script can say them; slow, and at the mercy of its
+// regular expressions. Where a date is wanted, the current time may be given.
 
 const latLongRoundingSize = 7;
 const altRoundingSize = 2;
@@ -16,33 +17,33 @@ const millisInMinute = 60 * millisInSecond;
 const millisInHour = 60 * millisInMinute;
 
 // What is read of each sentence: the pattern that its line has to match, and the numbers of its fields.
-const sentences = {
-    "$GPRMC": {
+const sentences = new Map([
+    ["$GPRMC", {
         pattern: /^\$GPRMC,\d{6}(\.\d{2,3})?,.*,\d+\.\d+,(N|S),\d+\.\d+,(E|W),.*,.*,\d{6},.*,.*$/,
         latitude: 3,
         longitude: 5,
         time: 1,
         date: 9
-    },
-    "$GPGGA": {
+    }],
+    ["$GPGGA", {
         pattern: /^\$GPGGA,\d{6}(\.\d{2,3})?,\d+\.\d+,(N|S),\d+\.\d+,(E|W),.*,.*,.*,\d+\.\d+,.*,.*,.*,.*,.*$/,
         latitude: 2,
         longitude: 4,
         altitude: 9,
         time: 1
-    },
-    "$GPGLL": {
+    }],
+    ["$GPGLL", {
         pattern: /^\$GPGLL,\d+\.\d+,(N|S),\d+\.\d+,(E|W),(\d{6}(\.\d{2,3})?,)?.*$/,
         latitude: 1,
         longitude: 3,
         time: 5
-    },
-    "$GPWPL": {
+    }],
+    ["$GPWPL", {
         pattern: /^\$GPWPL,\d+\.\d+,(N|S),\d+\.\d+,(E|W),.*$/,
         latitude: 1,
         longitude: 3
-    }
-};
+    }]
+]);
 
 function nmeaError(message) {
     const error = new SyntaxError(message);
@@ -50,7 +51,7 @@ function nmeaError(message) {
     return error;
 }
 
-function loadNmeaLog(text) {
+function loadNmeaLog(text, now) {
     const error = nmeaError(qsTr("Incorrect NMEA file"));
     if (text === "") {
         error.message = qsTr("NMEA file is empty");
@@ -67,7 +68,7 @@ function loadNmeaLog(text) {
         const line = lines[i];
         const fields = line.split(",");
         error.incorrectLine = i + 1;
-        const sentence = sentences[fields[0]];
+        const sentence = sentences.get(fields[0]);
         if (!sentence)
             continue;
         if (!sentence.pattern.test(line))
@@ -79,7 +80,7 @@ function loadNmeaLog(text) {
 
         const altitude = sentence.altitude === undefined ? undefined : roundValue(Number(fields[sentence.altitude]), altRoundingSize);
         const point = createTrackPoint(format, fields[sentence.latitude], fields[sentence.latitude + 1], fields[sentence.longitude], fields[sentence.longitude + 1], altitude);
-        const time = pointTime(sentence, fields, previousTime);
+        const time = pointTime(sentence, fields, previousTime, now);
         previousTime = time;
         if (points.length === 0)
             startTime = time;
@@ -99,11 +100,11 @@ function loadNmeaLog(text) {
 }
 
 // Null for sentences without a time, and where the time's field is empty.
-function pointTime(sentence, fields, previousTime) {
+function pointTime(sentence, fields, previousTime, now) {
     if (sentence.time === undefined || !/^\d{6}/.test(fields[sentence.time] ?? ""))
         return null;
     const date = sentence.date === undefined ? null : fields[sentence.date];
-    return parseDateFromNmea(date, fields[sentence.time], previousTime);
+    return parseDateFromNmea(date, fields[sentence.time], previousTime, now);
 }
 
 function trackHasPointsWithoutDateTime(points) {
@@ -131,7 +132,8 @@ function parseLongitudeFromNmea(coordinate, hemisphere) {
     return parseCoordinateFromNmea(coordinate, hemisphere, longitudeDegreesSize);
 }
 
-function parseDateFromNmea(date, time, previousDate) {
+function parseDateFromNmea(date, time, previousDate, now) {
+    const currentDate = () => now === undefined ? new Date() : new Date(now.getTime());
     const hours = Number(time.substring(0, 2));
     const minutes = Number(time.substring(2, 4));
     const seconds = Number(time.substring(4, 6));
@@ -143,11 +145,11 @@ function parseDateFromNmea(date, time, previousDate) {
         // The year comes from the day's digits, and the month counts from 0: the same for all points of a track, so the
         // times between them are right.
         const yearDigits = Number(date.substring(0, 2));
-        const year = 2000 + yearDigits > new Date().getFullYear() ? 1900 + yearDigits : 2000 + yearDigits;
+        const year = 2000 + yearDigits > currentDate().getFullYear() ? 1900 + yearDigits : 2000 + yearDigits;
         return new Date(year, month, day, hours, minutes, seconds, millis);
     }
 
-    const result = new Date();
+    const result = currentDate();
     result.setHours(hours, minutes, seconds, millis);
     if (previousDate) {
         result.setFullYear(previousDate.getFullYear(), previousDate.getMonth(), previousDate.getDate());
