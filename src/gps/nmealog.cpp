@@ -17,8 +17,8 @@ namespace EmulationManagement::Internal {
 
 namespace {
 
-constexpr double latLongRoundingSize = 7;
-constexpr double altRoundingSize = 2;
+constexpr double latLongRoundingFactor = 1e7; // 7 decimals
+constexpr double altRoundingFactor = 1e2;
 constexpr qsizetype latitudeDegreesSize = 2;
 constexpr qsizetype longitudeDegreesSize = 3;
 
@@ -196,15 +196,17 @@ bool readFields(QStringView line, Fields &fields, Matcher matcher)
     const char16_t *position = line.utf16();
     const char16_t *const end = position + line.size();
     for (qsizetype index = 0;; ++index) {
-        const char16_t *const comma = std::find(position, end, u',');
-        const QStringView field(position, comma);
+        const char16_t *const begin = position;
+        while (position != end && *position != u',')
+            ++position;
+        const QStringView field(begin, position);
         if (size_t(index) < fields.size())
             fields[size_t(index)] = field;
         if (index > 0 && !matcher.take(index, field))
             return false;
-        if (comma == end)
+        if (position == end)
             return matcher.isComplete(index + 1);
-        position = comma + 1;
+        ++position;
     }
 }
 
@@ -222,28 +224,56 @@ bool readFields(const Sentence &sentence, QStringView line, Fields &fields)
     Q_UNREACHABLE_RETURN(false);
 }
 
+// Where a character comes next; each part of the text is searched once.
+class NextOccurrence
+{
+public:
+    NextOccurrence(QStringView text, QChar character)
+        : m_text(text)
+        , m_character(character)
+    {
+    }
+
+    // Of the positions from this one on; the end of the text when there is none.
+    qsizetype from(qsizetype position)
+    {
+        if (m_next < position) {
+            m_next = m_text.indexOf(m_character, position);
+            if (m_next < 0)
+                m_next = m_text.size();
+        }
+        return m_next;
+    }
+
+private:
+    QStringView m_text;
+    QChar m_character;
+    qsizetype m_next = -1;
+};
+
 // The lines of a text: what is between carriage returns and line feeds, unless that is nothing.
 class LineReader
 {
 public:
     explicit LineReader(QStringView text)
-        : m_position(text.utf16())
-        , m_end(text.utf16() + text.size())
+        : m_text(text)
+        , m_carriageReturn(text, u'\r')
+        , m_lineFeed(text, u'\n')
+        , m_lineSeparator(text, QChar::LineSeparator)
+        , m_paragraphSeparator(text, QChar::ParagraphSeparator)
     {
     }
 
     bool next()
     {
-        m_position = std::find_if_not(m_position, m_end, isLineBreak);
-        if (m_position == m_end)
+        qsizetype begin = m_end;
+        while (begin < m_text.size() && (m_text.at(begin) == u'\r' || m_text.at(begin) == u'\n'))
+            ++begin;
+        if (begin == m_text.size())
             return false;
-        const char16_t *const begin = m_position;
-        m_hasSeparators = false;
-        while (m_position != m_end && !isLineBreak(*m_position)) {
-            m_hasSeparators |= (*m_position | 1) == 0x2029;
-            ++m_position;
-        }
-        m_line = QStringView(begin, m_position);
+        m_end = qMin(m_carriageReturn.from(begin), m_lineFeed.from(begin));
+        m_line = m_text.sliced(begin, m_end - begin);
+        m_hasSeparators = m_lineSeparator.from(begin) < m_end || m_paragraphSeparator.from(begin) < m_end;
         ++m_number;
         return true;
     }
@@ -254,11 +284,13 @@ public:
     bool hasSeparators() const { return m_hasSeparators; }
 
 private:
-    static bool isLineBreak(char16_t c) { return c == u'\n' || c == u'\r'; }
-
-    const char16_t *m_position;
-    const char16_t *m_end;
+    QStringView m_text;
+    NextOccurrence m_carriageReturn;
+    NextOccurrence m_lineFeed;
+    NextOccurrence m_lineSeparator;
+    NextOccurrence m_paragraphSeparator;
     QStringView m_line;
+    qsizetype m_end = 0;
     int m_number = 0;
     bool m_hasSeparators = false;
 };
@@ -307,6 +339,7 @@ NmeaLog parseNmeaLog(QStringView text, double now, const std::stop_token &stop)
         TrackPoint point;
         if (points.isEmpty()) {
             startTime = time;
+            points.reserve(text.size() / lines.line().size() + 1);
         } else {
             point.time = startTime && time ? *time - *startTime : 0;
             point.interval = point.time - points.constLast().time;
@@ -316,20 +349,22 @@ NmeaLog parseNmeaLog(QStringView text, double now, const std::stop_token &stop)
         point.latitude = parseLatitudeFromNmea(fields.at(sentence->latitude), fields.at(sentence->latitude + 1));
         point.longitude = parseLongitudeFromNmea(fields.at(sentence->longitude), fields.at(sentence->longitude + 1));
         if (sentence->altitude > 0)
-            point.altitude = roundValue(scriptNumber(fields.at(sentence->altitude)), altRoundingSize);
+            point.altitude = roundByFactor(scriptNumber(fields.at(sentence->altitude)), altRoundingFactor);
         points.append(point);
     }
 
     // A script's loop over the lines has nothing to loop over then: users are to see what its engine says.
     if (lines.number() == 0)
-        return NmeaError{.kind = NmeaError::Kind::Type, .message = u"Value is null and could not be converted to an object"_s};
+        return NmeaError{
+            .kind = NmeaError::Kind::Type, .message = u"Value is null and could not be converted to an object"_s};
     if (points.isEmpty()) {
         return NmeaError{
             .message =
                 NmeaError::tr("NMEA file has incorrect points format.\nSupported formats: GPRMC, GPGGA, GPGLL, GPWPL."),
             .incorrectLine = lines.number()};
     }
-    points.squeeze();
+    if (points.capacity() / 4 > points.size() / 3) // most lines were others
+        points.squeeze();
     return points;
 }
 
@@ -338,7 +373,7 @@ double parseCoordinateFromNmea(QStringView coordinate, QStringView hemisphere, q
 {
     const double degrees = scriptNumber(substring(coordinate, 0, degreesSize));
     const double minutes = scriptNumber(substring(coordinate, degreesSize, coordinate.size()));
-    const double value = roundValue(degrees + minutes / 60, latLongRoundingSize);
+    const double value = roundByFactor(degrees + minutes / 60, latLongRoundingFactor);
     return hemisphere == u'W' || hemisphere == u'S' ? value * -1 : value;
 }
 

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 
@@ -23,6 +24,18 @@ constexpr double millisInDay = 24 * millisInHour;
 
 constexpr double invalidTime = std::numeric_limits<double>::quiet_NaN();
 constexpr double latestTime = 100'000'000 * millisInDay;
+
+// What is nearly always two digits.
+double numberAt(QStringView text, qsizetype index)
+{
+    if (text.size() >= index + 2) {
+        const int tens = text.at(index).unicode() - u'0';
+        const int ones = text.at(index + 1).unicode() - u'0';
+        if (tens >= 0 && tens <= 9 && ones >= 0 && ones <= 9)
+            return tens * 10 + ones;
+    }
+    return scriptNumber(substring(text, index, index + 2));
+}
 
 double clipped(double time)
 {
@@ -103,14 +116,20 @@ NmeaClock::NmeaClock(double now)
 
 double NmeaClock::offsetAt(double utc)
 {
-    const double number = dayOf(utc);
-    Day &day = m_days.at(size_t(qint64(number)) % m_days.size());
-    if (day.number != number) {
-        const double offset = zoneOffset(number * millisInDay);
-        const bool changes = zoneOffset((number + 1) * millisInDay) != offset;
-        day = {number, changes ? std::numeric_limits<double>::quiet_NaN() : offset};
+    if (m_days.front().contains(utc))
+        return m_days.front().offset;
+    auto day = std::ranges::find_if(m_days, [utc](const Day &known) { return known.contains(utc); });
+    if (day == m_days.end()) {
+        const double begin = dayOf(utc) * millisInDay;
+        const double end = begin + millisInDay;
+        const double offset = zoneOffset(begin);
+        if (zoneOffset(end) != offset)
+            return zoneOffset(utc);
+        --day;
+        *day = {begin, end, offset};
     }
-    return std::isnan(day.offset) ? zoneOffset(utc) : day.offset;
+    std::rotate(m_days.begin(), day, day + 1);
+    return m_days.front().offset;
 }
 
 double NmeaClock::toLocal(double utc)
@@ -128,15 +147,15 @@ double NmeaClock::toUtc(double local)
 
 double NmeaClock::parseDateFromNmea(QStringView date, QStringView time, std::optional<double> previous)
 {
-    const double hours = scriptNumber(substring(time, 0, 2));
-    const double minutes = scriptNumber(substring(time, 2, 4));
-    const double seconds = scriptNumber(substring(time, 4, 6));
+    const double hours = numberAt(time, 0);
+    const double minutes = numberAt(time, 2);
+    const double seconds = numberAt(time, 4);
     const double millis = scriptRound(scriptFraction(substring(time, 7, time.size())) * millisInSecond);
     const double timeOfDay = makeTime(hours, minutes, seconds, millis);
 
     if (!date.isEmpty()) {
-        const double day = scriptNumber(substring(date, 0, 2));
-        const double month = scriptNumber(substring(date, 2, 4));
+        const double day = numberAt(date, 0);
+        const double month = numberAt(date, 2);
         // The year comes from the day's digits, and the month counts from 0: the same for all points of a track, so the
         // times between them are right.
         const double yearDigits = day;

@@ -28,10 +28,13 @@ public:
     double parseDateFromNmea(QStringView date, QStringView time, std::optional<double> previous);
 
 private:
-    // The zone's offset from UTC over a day of UTC, in milliseconds; not a number when it changes on that day.
+    // The zone's offset from UTC over a day of UTC, in milliseconds.
     struct Day
     {
-        double number = std::numeric_limits<double>::quiet_NaN();
+        bool contains(double utc) const { return utc >= begin && utc < end; }
+
+        double begin = 0;
+        double end = 0;
         double offset = 0;
     };
 
@@ -39,7 +42,8 @@ private:
     double toLocal(double utc);
     double toUtc(double local);
 
-    std::array<Day, 8> m_days;
+    // The days that a track and the current time need, the one needed last first.
+    std::array<Day, 4> m_days;
     double m_standardOffset;
     double m_localNow;
     double m_currentYear;

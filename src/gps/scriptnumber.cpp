@@ -27,26 +27,28 @@ constexpr qsizetype longestNumber = 16 * 1024;
 // Texts such as 12 and 4807.038, which nearly all fields are.
 std::optional<double> plainDecimal(QStringView text)
 {
-    qint64 digits = 0;
-    qsizetype count = 0;
-    qsizetype decimals = -1; // none as yet
-    for (const QChar character : text) {
-        const char16_t c = character.unicode();
-        if (c >= u'0' && c <= u'9') {
-            if (++count > exactDigits)
-                return {};
-            digits = digits * 10 + (c - u'0');
-            if (decimals >= 0)
-                ++decimals;
-        } else if (c == u'.' && count > 0 && decimals < 0) {
-            decimals = 0;
-        } else {
-            return {};
-        }
-    }
-    if (count == 0 || decimals == 0)
+    if (text.isEmpty() || text.size() > exactDigits + 1)
         return {};
-    return decimals < 0 ? double(digits) : double(digits) / powersOfTen.at(size_t(decimals));
+    const char16_t *position = text.utf16();
+    const char16_t *const end = position + text.size();
+    qint64 digits = 0;
+    const auto readDigits = [&] {
+        const char16_t *const begin = position;
+        for (; position != end && *position >= u'0' && *position <= u'9'; ++position)
+            digits = digits * 10 + (*position - u'0');
+        return position - begin;
+    };
+    const qsizetype whole = readDigits();
+    if (whole == 0 || whole > exactDigits)
+        return {};
+    if (position == end)
+        return double(digits);
+    if (*position++ != u'.')
+        return {};
+    const qsizetype decimals = readDigits();
+    if (decimals == 0 || position != end)
+        return {};
+    return double(digits) / powersOfTen.at(size_t(decimals));
 }
 
 // The engine itself knows best about blanks, signs, exponents and other bases.
@@ -76,20 +78,9 @@ double scriptFraction(QStringView digits)
                                          : engineNumber(u"0."_s.append(digits));
 }
 
-double scriptRound(double value)
-{
-    if (!std::isfinite(value))
-        return value;
-    // Adding a half to the largest number below it would give 1.
-    if (value < 0.5 && value >= -0.5)
-        return std::copysign(0.0, value);
-    return std::floor(value + 0.5);
-}
-
 double roundValue(double value, double precision)
 {
-    const double factor = std::pow(10, precision);
-    return scriptRound(value * factor) / factor;
+    return roundByFactor(value, std::pow(10, precision));
 }
 
 } // namespace EmulationManagement::Internal

@@ -5,6 +5,8 @@
 
 #include <QStringView>
 
+#include <cmath>
+
 // Numbers as scripts read and round them. Logs are full of fields that are no numbers, and what becomes of those is a
 // script's decision too.
 
@@ -17,7 +19,21 @@ double scriptNumber(QStringView text);
 double scriptFraction(QStringView digits);
 
 /// The script's Math.round(): halves go up, also below zero.
-double scriptRound(double value);
+inline double scriptRound(double value)
+{
+    if (!std::isfinite(value))
+        return value;
+    // Adding a half to the largest number below it would give 1.
+    if (value < 0.5 && value >= -0.5)
+        return std::copysign(0.0, value);
+    return std::floor(value + 0.5);
+}
+
+/// Rounds to the decimals of a factor, such as 2 of the factor 100.
+inline double roundByFactor(double value, double factor)
+{
+    return scriptRound(value * factor) / factor;
+}
 
 /// Rounds to a number of decimals.
 double roundValue(double value, double precision);
