@@ -123,7 +123,7 @@ void TestNmeaLog::decidesHostileLinesSoon()
     QElapsedTimer timer;
     timer.start();
     const NmeaLog log = parseNmeaLog(line);
-    QCOMPARE_LT(timer.durationElapsed(), 5s); // a small part of a second; sanitizers and busy machines take longer
+    QCOMPARE_LT(timer.durationElapsed(), 30s); // well below a second, but ten with sanitizers on a busy machine
     QCOMPARE(std::holds_alternative<QList<TrackPoint>>(log), correct);
 }
 
