@@ -3,9 +3,11 @@
 
 #include "gps/gpsemulationmanager.h"
 
+#include "gps/playertrackpoint.h"
 #include "remote/dbusarguments.h"
 #include "remote/finitenumber.h"
 
+#include <QStringBuilder>
 #include <QVariantMap>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,8 @@ namespace {
 constexpr int degreesDecimals = 7;
 constexpr int metresDecimals = 2;
 
+constexpr qsizetype usualPointLength = 40;
+
 QString degrees(double value)
 {
     return DBusArguments::real(value, degreesDecimals);
@@ -27,16 +31,22 @@ QString metres(double value)
     return DBusArguments::real(value, metresDecimals);
 }
 
-QString trackPointText(const QVariantMap &point)
+QString trackPointText(double latitude, double longitude, double altitude, double interval)
 {
-    const auto number = [&point](const QString &key) { return point.value(key).toDouble(); };
-    const QStringList numbers{
-        DBusArguments::fixedNumber(number(u"latitude"_s), degreesDecimals),
-        DBusArguments::fixedNumber(number(u"longitude"_s), degreesDecimals),
-        DBusArguments::fixedNumber(number(u"altitude"_s), metresDecimals),
-        DBusArguments::generalNumber(number(u"interval"_s)),
-    };
-    return numbers.join(u',');
+    return DBusArguments::fixedNumber(latitude, degreesDecimals) % u',' % DBusArguments::fixedNumber(longitude, degreesDecimals)
+        % u',' % DBusArguments::fixedNumber(altitude, metresDecimals) % u',' % DBusArguments::generalNumber(interval);
+}
+
+QString trackPointText(const QVariant &trackPoint)
+{
+    if (const auto *point = get_if<PlayerTrackPoint>(&trackPoint)) // no need to go through texts
+        return trackPointText(
+            point->latitudeNumber(), point->longitudeNumber(), point->altitudeNumber(), point->interval());
+
+    const QVariantMap map = trackPoint.toMap();
+    const auto number = [&map](const QString &key) { return map.value(key).toDouble(); };
+    return trackPointText(
+        number(u"latitude"_s), number(u"longitude"_s), number(u"altitude"_s), number(u"interval"_s));
 }
 
 } // namespace
@@ -144,11 +154,14 @@ void GPSEmulationManager::setAltitude(double altitude)
 
 void GPSEmulationManager::loadTrack(const QList<QVariant> &trackPoints)
 {
-    QStringList points;
-    points.reserve(trackPoints.size());
-    for (const QVariant &point : trackPoints)
-        points.append(trackPointText(point.toMap()));
-    callDBusMethod(u"loadTrack"_s, u"array:array:double:"_s + points.join(u';'));
+    QString arguments = u"array:array:double:"_s;
+    arguments.reserve(arguments.size() + trackPoints.size() * usualPointLength);
+    for (qsizetype i = 0; i < trackPoints.size(); ++i) {
+        if (i > 0)
+            arguments += u';';
+        arguments += trackPointText(trackPoints.at(i));
+    }
+    callDBusMethod(u"loadTrack"_s, arguments);
     // Silently: whoever loads a track selects its first point.
     m_currentPositionIndex = 0;
     m_trackLoaded = true;

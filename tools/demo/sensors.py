@@ -1,47 +1,13 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The sensor pages as a person uses them, and the calls that the guest's sensor service gets meanwhile."""
+"""The sensor pages as a person uses them."""
 
 from __future__ import annotations
 
-from desktop import Element, wait_for
+from calls import ServiceCalls
+from desktop import Element
 from guest import SENSORS, Guest
 from ide import Ide
-
-PREFIX = f"system {SENSORS} /{SENSORS.replace('.', '/')} {SENSORS} "
-
-
-class SensorCalls:
-    """The calls to the sensor service, each as method and arguments, from a mark on. One connection keeps their order."""
-
-    def __init__(self, guest: Guest):
-        self._guest = guest
-        self._mark = 0
-
-    def start_behind(self, frames: list[str]) -> None:
-        """Passes over frames that were seen already."""
-        self._mark = len(frames)
-
-    def since_mark(self) -> list[str]:
-        calls = []
-        for frame in self._guest.frames()[self._mark :]:
-            if not frame.startswith(PREFIX):
-                raise RuntimeError(f"not for the sensor service: {frame!r}")
-            calls.append(frame.removeprefix(PREFIX))
-        return calls
-
-    def take(self, count: int) -> list[str]:
-        """All calls since the mark, once there are that many; sets the mark behind them."""
-        calls = wait_for(f"{count} calls", lambda: (found := self.since_mark()) and len(found) >= count and found, 60)
-        self._mark += len(calls)
-        return calls
-
-    def take_until(self, marker: str) -> list[str]:
-        """The calls that came before the marker, once that is there; sets the mark behind it."""
-        calls = wait_for(f"the call {marker!r}", lambda: marker in (found := self.since_mark()) and found, 60)
-        position = calls.index(marker)
-        self._mark += position + 1
-        return calls[:position]
 
 
 class SensorPages:
@@ -49,7 +15,7 @@ class SensorPages:
         self.ide = ide
         self.desktop = ide.desktop
         self.guest = guest
-        self.calls = SensorCalls(guest)
+        self.calls = ServiceCalls(guest, SENSORS)
 
     def find(self, role: str, name: str) -> Element | None:
         return self.desktop.find(role, name, within=self.ide.view_frame())

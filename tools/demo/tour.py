@@ -100,7 +100,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Window shown", f"window {window}, {ide.geometry(window)}", desktop)
 
     wait_for("a connection to port 5454", lambda: connections(5454) > 0, 60)
-    frames = wait_for("the frames of the connection", lambda: len(guest.frames()) >= 15 and guest.frames(), 60)
+    frames = wait_for("the frames of the connection", lambda: len(guest.frames()) >= 25 and guest.frames(), 60)
     tour.step("WebSocket connected", f"the invoker has got {len(frames)} requests, the first is {frames[0]!r}")
 
     wanted = {
@@ -121,7 +121,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
 def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> None:
     pages = SensorPages(ide, guest)
     calls = pages.calls
-    calls.start_behind(guest.frames())
+    calls.start_here()
 
     def in_the_guest(**wanted: object) -> str:
         state = wait_for(f"{wanted} in the guest", lambda: guest.sensors_when(wanted), 60)

@@ -6,9 +6,12 @@
 // What the plugin registers as "org.quova" 1.0 at run time, described for the QML compiler and for qmllint. Nothing of
 // this is linked: the descriptions are generated from the classes themselves.
 
+#include "gps/gpsemulationmanager.h"
 #include "gps/nmealogloader.h"
 #include "gps/nmeaparsing.h"
+#include "gps/positionmodel.h"
 #include "gps/trackpoint.h"
+#include "gps/tracktablemodel.h"
 #include "plugin/warningdialog.h"
 #include "remote/emulationmanager.h"
 #include "sensors/accelerometermodel.h"
@@ -95,6 +98,28 @@ struct TapModelDescription
     QML_FOREIGN(TapModel)
     QML_NAMED_ELEMENT(TapModel)
     QML_UNCREATABLE("Could not create the TapModel instance")
+};
+
+struct GPSEmulationManagerDescription
+{
+    Q_GADGET
+    QML_FOREIGN(GPSEmulationManager)
+    QML_NAMED_ELEMENT(GPSEmulationManager)
+    QML_UNCREATABLE("The plugin owns the only one")
+};
+
+struct TrackTableModelDescription
+{
+    Q_GADGET
+    QML_FOREIGN(TrackTableModel)
+    QML_NAMED_ELEMENT(TrackTableModel)
+};
+
+struct PositionModelDescription
+{
+    Q_GADGET
+    QML_FOREIGN(PositionModel)
+    QML_ANONYMOUS
 };
 
 struct AccelerometerModelDescription
