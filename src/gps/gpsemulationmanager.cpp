@@ -7,7 +7,6 @@
 #include "remote/dbusarguments.h"
 #include "remote/finitenumber.h"
 
-#include <QStringBuilder>
 #include <QVariantMap>
 
 using namespace Qt::StringLiterals;
@@ -31,22 +30,27 @@ QString metres(double value)
     return DBusArguments::real(value, metresDecimals);
 }
 
-QString trackPointText(double latitude, double longitude, double altitude, double interval)
+void appendTrackPoint(QString &text, double latitude, double longitude, double altitude, double interval)
 {
-    return DBusArguments::fixedNumber(latitude, degreesDecimals) % u',' % DBusArguments::fixedNumber(longitude, degreesDecimals)
-        % u',' % DBusArguments::fixedNumber(altitude, metresDecimals) % u',' % DBusArguments::generalNumber(interval);
+    DBusArguments::appendFixedNumber(text, latitude, degreesDecimals);
+    text += u',';
+    DBusArguments::appendFixedNumber(text, longitude, degreesDecimals);
+    text += u',';
+    DBusArguments::appendFixedNumber(text, altitude, metresDecimals);
+    text += u',';
+    DBusArguments::appendGeneralNumber(text, interval);
 }
 
-QString trackPointText(const QVariant &trackPoint)
+void appendTrackPoint(QString &text, const QVariant &trackPoint)
 {
-    if (const auto *point = get_if<PlayerTrackPoint>(&trackPoint)) // no need to go through texts
-        return trackPointText(
-            point->latitudeNumber(), point->longitudeNumber(), point->altitudeNumber(), point->interval());
-
+    if (const auto *point = get_if<PlayerTrackPoint>(&trackPoint)) { // no need to go through texts
+        appendTrackPoint(
+            text, point->latitudeNumber(), point->longitudeNumber(), point->altitudeNumber(), point->interval());
+        return;
+    }
     const QVariantMap map = trackPoint.toMap();
     const auto number = [&map](const QString &key) { return map.value(key).toDouble(); };
-    return trackPointText(
-        number(u"latitude"_s), number(u"longitude"_s), number(u"altitude"_s), number(u"interval"_s));
+    appendTrackPoint(text, number(u"latitude"_s), number(u"longitude"_s), number(u"altitude"_s), number(u"interval"_s));
 }
 
 } // namespace
@@ -159,7 +163,7 @@ void GPSEmulationManager::loadTrack(const QList<QVariant> &trackPoints)
     for (qsizetype i = 0; i < trackPoints.size(); ++i) {
         if (i > 0)
             arguments += u';';
-        arguments += trackPointText(trackPoints.at(i));
+        appendTrackPoint(arguments, trackPoints.at(i));
     }
     callDBusMethod(u"loadTrack"_s, arguments);
     // Silently: whoever loads a track selects its first point.

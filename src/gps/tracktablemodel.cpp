@@ -3,8 +3,6 @@
 
 #include "gps/tracktablemodel.h"
 
-#include "gps/playertrackpoint.h"
-
 #include <algorithm>
 
 namespace EmulationManagement::Internal {
@@ -85,6 +83,11 @@ void TrackTableModel::clear()
     m_points.clear();
     endResetModel();
     Q_EMIT rowCountChanged();
+}
+
+PlayerTrackPoint TrackTableModel::playerTrackPoint(int row) const
+{
+    return PlayerTrackPoint(m_points.value(row));
 }
 
 QVariantList TrackTableModel::playerTrackPoints(const QList<TrackPoint> &points)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "gps/playertrackpoint.h"
 #include "gps/trackpoint.h"
 
 #include <QAbstractTableModel>
@@ -44,7 +45,9 @@ public:
     Q_INVOKABLE void appendPoints(const QList<EmulationManagement::Internal::TrackPoint> &points);
     Q_INVOKABLE void clear();
 
-    // The points for the emulator's player, each a PlayerTrackPoint.
+    // A row's point as the emulator's player takes it; one that is all zeros when there is no such row.
+    Q_INVOKABLE EmulationManagement::Internal::PlayerTrackPoint playerTrackPoint(int row) const;
+    // All points so, as variants: a list of which QML makes no copy when it hands it on.
     Q_INVOKABLE static QVariantList playerTrackPoints(const QList<EmulationManagement::Internal::TrackPoint> &points);
 
 Q_SIGNALS:

@@ -316,7 +316,7 @@ ViewTestCase {
             {
                 tag: "line breaks only",
                 url: files.write("breaks.nmea", "\r\n\n\r"),
-                message: "Cannot read property 'length' of null"
+                message: "Value is null and could not be converted to an object"
             },
             {
                 tag: "binary",

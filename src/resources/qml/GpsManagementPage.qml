@@ -67,7 +67,7 @@ ManagementPage {
         // A file that takes long must not come after the one chosen later.
         if (fileRequest)
             fileRequest.abort();
-        const request = new XMLHttpRequest();
+        const request = new XMLHttpRequest(); // qmllint disable unqualified
         fileRequest = request;
         request.onreadystatechange = () => {
             if (request.readyState === XMLHttpRequest.DONE && request === fileRequest) {
@@ -129,7 +129,7 @@ ManagementPage {
     function runTrackTimer() {
         const index = manager.currentPositionIndex;
         if (index < lastRow) {
-            const interval = manager.useDefaultInterval ? defaultInterval : actualTrackPoints[index + 1].interval;
+            const interval = manager.useDefaultInterval ? defaultInterval : trackTableModel.playerTrackPoint(index + 1).interval;
             startTrackTimer(interval / manager.trackSpeed);
         } else if (manager.trackLooped) {
             startTrackTimer(defaultInterval); // whatever the speed
@@ -188,9 +188,10 @@ ManagementPage {
 
     // Here and in the settings: the emulator knows it from the track.
     function setCurrentTrackPointAsCurrentCoordinate() {
-        const point = actualTrackPoints[manager.currentPositionIndex];
-        if (hasTrack && point)
-            manager.setLocalPosition(Number(point.latitude), Number(point.longitude), Number(point.altitude));
+        if (!hasTrack)
+            return;
+        const point = trackTableModel.playerTrackPoint(manager.currentPositionIndex);
+        manager.setLocalPosition(Number(point.latitude), Number(point.longitude), Number(point.altitude));
     }
 
     function handleIndexChanged() {
@@ -533,48 +534,36 @@ ManagementPage {
                     spacing: 10
                     enabled: root.hasTrack
 
-                    Button {
+                    PlayerButton {
                         id: playButton
 
                         objectName: "playButton"
-                        width: 40
                         enabled: !trackTimer.running
                         icon.source: "qrc:/emulationmanagement/play.png"
-                        Accessible.name: qsTr("Play")
-                        ToolTip.text: qsTr("Play")
-                        ToolTip.visible: hovered
-                        ToolTip.delay: 700
+                        name: qsTr("Play")
                         onClicked: {
                             root.trackStopped = false;
                             root.startTrack();
                         }
                     }
 
-                    Button {
+                    PlayerButton {
                         id: pauseButton
 
                         objectName: "pauseButton"
-                        width: 40
                         enabled: trackTimer.running
                         icon.source: "qrc:/emulationmanagement/pause.png"
-                        Accessible.name: qsTr("Pause")
-                        ToolTip.text: qsTr("Pause")
-                        ToolTip.visible: hovered
-                        ToolTip.delay: 700
+                        name: qsTr("Pause")
                         onClicked: root.pauseTrack()
                     }
 
-                    Button {
+                    PlayerButton {
                         id: stopButton
 
                         objectName: "stopButton"
-                        width: 40
                         enabled: !root.trackStopped
                         icon.source: "qrc:/emulationmanagement/stop.png"
-                        Accessible.name: qsTr("Stop")
-                        ToolTip.text: qsTr("Stop")
-                        ToolTip.visible: hovered
-                        ToolTip.delay: 700
+                        name: qsTr("Stop")
                         onClicked: {
                             root.trackStopped = true;
                             root.stopTrack();

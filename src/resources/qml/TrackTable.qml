@@ -108,7 +108,7 @@ FocusScope {
         columnSpacing: 1
         rowSpacing: 1
         model: root.model
-        columnWidthProvider: root.columnWidth
+        columnWidthProvider: column => root.columnWidth(column)
         rowHeightProvider: () => root.rowHeight
         pointerNavigationEnabled: false
         keyNavigationEnabled: false

@@ -9,6 +9,7 @@
 #include "gps/gpsemulationmanager.h"
 #include "gps/nmealogloader.h"
 #include "gps/nmeaparsing.h"
+#include "gps/playertrackpoint.h"
 #include "gps/positionmodel.h"
 #include "gps/trackpoint.h"
 #include "gps/tracktablemodel.h"
@@ -106,6 +107,13 @@ struct GPSEmulationManagerDescription
     QML_FOREIGN(GPSEmulationManager)
     QML_NAMED_ELEMENT(GPSEmulationManager)
     QML_UNCREATABLE("The plugin owns the only one")
+};
+
+struct PlayerTrackPointDescription
+{
+    Q_GADGET
+    QML_FOREIGN(PlayerTrackPoint)
+    QML_VALUE_TYPE(playerTrackPoint)
 };
 
 struct TrackTableModelDescription

@@ -19,7 +19,7 @@ class QTemporaryDir;
 namespace EmulationManagement::Internal {
 class GPSEmulationManager;
 class SensorsEmulationManager;
-}
+} // namespace EmulationManagement::Internal
 
 namespace ExtensionSystem {
 class PluginManager;
