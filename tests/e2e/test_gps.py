@@ -130,10 +130,7 @@ class Gps(Story):
         self.assertEqual(without_jumps(self.calls.take(2)), ["pauseTrack"])
 
     def test_the_slider_seeks(self) -> None:
-        slider = self.page.control("slider", "Track progress").rectangle
-        y = slider.centre[1]
-        start = slider.x + round(slider.width * self.page.progress() / WALK_LENGTH) + 8
-        self.desktop.drag((start, y), (slider.x + slider.width - 30, y), 8)
+        self.page.drag_progress(WALK_LENGTH, 0.9)
         index = int(self.page.progress())
         self.assertGreater(index, WALK_LENGTH // 2)
         self.expect_state(trackState="paused", trackIndex=index)
@@ -144,9 +141,7 @@ class Gps(Story):
     def test_the_loop_goes_on_at_the_first_point(self) -> None:
         self.page.click("check box", "Loop track")
         self.expect_calls("setTrackLooped boolean:1")
-        self.page.control("", "Track points")
-        self.desktop.click(self.page.control("slider", "Track progress"))  # the keys go there
-        self.desktop.press("End")
+        self.page.drag_progress(WALK_LENGTH, 1.1)
         self.expect_state(trackIndex=WALK_LENGTH - 1)
         self.calls.take(1)
         self.page.click("button", "Play")
@@ -154,12 +149,24 @@ class Gps(Story):
         # At its end a track starts from its beginning.
         self.assertEqual(without_jumps(self.calls.take(3)), ["stopTrack", "startTrack"])
 
-    def test_it_stops(self) -> None:
+    def test_stopping_on_a_later_row_stops_the_page_alone(self) -> None:
+        self.page.click("button", "Stop")
+        self.expect_buttons("Play")
+        # The way back to the first row starts the track anew, which the emulator goes on with.
+        calls = self.calls.take_until("stopTrack")
+        self.assertEqual(without_jumps(calls), [])
+        self.assertEqual(self.calls.take(2), [JUMP + "0", "startTrack"])
+        self.expect_state(trackState="playing")
+
+    def test_a_paused_track_stops(self) -> None:
+        self.page.click("button", "Play")
+        wait_for("the guest to come along", lambda: self.guest.gps()["trackIndex"] >= 2, 60)
+        self.page.click("button", "Pause")
+        self.expect_buttons("Play", "Stop")
         self.page.click("button", "Stop")
         self.expect_buttons("Play")
         self.expect_state(trackState="stopped", trackIndex=0)
-        # The way back to the first row starts the track for a moment.
-        self.assertEqual(without_jumps(self.calls.take(2))[0], "stopTrack")
+        self.assertEqual(without_jumps(self.calls.take(3)), ["startTrack", "pauseTrack", "stopTrack"])
 
     def test_a_killed_machine_takes_the_track_along(self) -> None:
         self.page.click("button", "Play")
@@ -181,11 +188,11 @@ class Gps(Story):
         self.ide.choose("Velmo OS", "Emulation Management…")
         self.ide.wait_for_view()
         setup = [SETUP[0], "setTrackLooped boolean:1", SETUP[2], "setTrackSpeed int32:5"]
-        calls = self.calls.take(10)
-        self.assertEqual([call for call in calls if not call.startswith("setPosition")], setup * 2)
-        self.assertEqual(calls[4], calls[9])
         latitude, longitude, altitude = self.position()
-        self.assertEqual(calls[4], f"setPosition double:{latitude:.7f} double:{longitude:.7f} double:{altitude:.2f}")
+        once = [*setup, f"setPosition double:{latitude:.7f} double:{longitude:.7f} double:{altitude:.2f}"]
+        # The channel, which goes on trying, may have found the invoker before the check of the packages opens it anew.
+        calls = self.calls.take(2 * len(once))
+        self.assertEqual(calls, once * (len(calls) // len(once)))
         self.assertAlmostEqual(latitude, 59.96, delta=0.01)  # on the walk
         self.page.show()
         self.expect_buttons()

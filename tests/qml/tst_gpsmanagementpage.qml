@@ -105,7 +105,7 @@ ViewTestCase {
     // --- The clock --------------------------------------------------------------------------------------------------
 
     function timer(): Timer {
-        return object("trackTimer");
+        return object("trackTimer") as Timer;
     }
 
     // The wait is over.

@@ -11,6 +11,8 @@ from desktop import Element, wait_for
 from guest import GPS, Guest
 from ide import Ide
 
+DIALOG = "Open NMEA File"
+
 
 class GpsPage:
     def __init__(self, ide: Ide, guest: Guest):
@@ -41,17 +43,32 @@ class GpsPage:
         self.desktop.type(number)
 
     def open_track(self, file: Path) -> None:
-        """Chooses the file in the file dialog by its full name."""
+        """Chooses the file in the file dialog: goes to its folder, clicks on it and opens it."""
         self.click("button", "Open a track file")
-        wait_for("the file dialog", lambda: self.desktop.windows("Open NMEA File"), 60)
-        self.desktop.settle()
-        self.desktop.type(str(file))
+        dialog = wait_for("the file dialog", lambda: self.desktop.windows(DIALOG), 60)[0]
+        self.desktop.wait_until_painted(dialog)
+        self.desktop.press("ctrl+l", "ctrl+a")
+        self.desktop.type(str(file.parent))
         self.desktop.press("Return")
-        wait_for("the file dialog to go", lambda: not self.desktop.windows("Open NMEA File"), 60)
+        frame = self.desktop.expect("", DIALOG)
+        self.desktop.click(self.desktop.expect("", file.name, within=frame))
+        open_button = self.desktop.expect("button", "Open", within=frame)
+        wait_for("the dialog's button", lambda: open_button.enabled, 60)
+        self.desktop.click(open_button)
+        wait_for("the file dialog to go", lambda: not self.desktop.windows(DIALOG), 60)
 
     def choose_speed(self, speed: str) -> None:
         self.click("combo box", "Track speed")
         self.desktop.click(self.desktop.expect("", speed))
+
+    def drag_progress(self, length: int, part: float) -> None:
+        """Drags the handle of a track of that length to a part of the slider's way."""
+        slider = self.control("slider", "Track progress").rectangle
+        handle = 13
+        way = slider.width - handle
+        start, end = (round(slider.x + handle / 2 + way * at) for at in (self.progress() / (length - 1), part))
+        y = slider.centre[1]
+        self.desktop.drag((start, y), (end, y), 8)
 
     def progress(self) -> float:
         return self.control("slider", "Track progress").value or 0

@@ -13,6 +13,7 @@ Button {
     required property string name
 
     width: 40
+    icon.color: palette.buttonText
     Accessible.name: name
     ToolTip.text: name
     ToolTip.visible: hovered
