@@ -57,6 +57,21 @@
     </message>
 </context>
 <context>
+    <name>CurrentPosition</name>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
+    </message>
+</context>
+<context>
     <name>EmulationManagement::Internal::EmulationManagementPlugin</name>
     <message>
         <source>Emulation Management</source>
@@ -98,6 +113,29 @@
 Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</source>
         <translation>NMEA file has incorrect points format.
 Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::TrackTableModel</name>
+    <message>
+        <source>No.</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
     </message>
 </context>
 <context>
@@ -163,6 +201,102 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>GPS Management</source>
         <translation>GPS Management</translation>
+    </message>
+    <message>
+        <source>%1, line: %2</source>
+        <translation>%1, line: %2</translation>
+    </message>
+    <message>
+        <source>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</source>
+        <translation>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</translation>
+    </message>
+    <message>
+        <source>Open NMEA File</source>
+        <translation>Open NMEA File</translation>
+    </message>
+    <message>
+        <source>NMEA files (*.nmea)</source>
+        <translation>NMEA files (*.nmea)</translation>
+    </message>
+    <message>
+        <source>Current Position</source>
+        <translation>Current Position</translation>
+    </message>
+    <message>
+        <source>Coordinate</source>
+        <translation>Coordinate</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>Set the position</source>
+        <translation>Set the position</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Track</translation>
+    </message>
+    <message>
+        <source>Track file</source>
+        <translation>Track file</translation>
+    </message>
+    <message>
+        <source>The track file is being read</source>
+        <translation>The track file is being read</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a track file</source>
+        <translation>Open a track file</translation>
+    </message>
+    <message>
+        <source>Track progress</source>
+        <translation>Track progress</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Track speed</source>
+        <translation>Track speed</translation>
+    </message>
+    <message>
+        <source>Use own track speed</source>
+        <translation>Use own track speed</translation>
+    </message>
+    <message>
+        <source>Loop track</source>
+        <translation>Loop track</translation>
     </message>
 </context>
 <context>
@@ -412,6 +546,13 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>Direction</source>
         <translation>Direction</translation>
+    </message>
+</context>
+<context>
+    <name>TrackTable</name>
+    <message>
+        <source>Track points</source>
+        <translation>Track points</translation>
     </message>
 </context>
 </TS>

@@ -3,6 +3,8 @@
 
 #include "gps/gpsemulationmanager.h"
 
+#include "gps/coordinates.h"
+#include "gps/gpslog.h"
 #include "gps/playertrackpoint.h"
 #include "remote/dbusarguments.h"
 #include "remote/finitenumber.h"
@@ -14,9 +16,6 @@ using namespace Qt::StringLiterals;
 namespace EmulationManagement::Internal {
 
 namespace {
-
-constexpr int degreesDecimals = 7;
-constexpr int metresDecimals = 2;
 
 constexpr qsizetype usualPointLength = 40;
 
@@ -165,6 +164,7 @@ void GPSEmulationManager::loadTrack(const QList<QVariant> &trackPoints)
             arguments += u';';
         appendTrackPoint(arguments, trackPoints.at(i));
     }
+    qCDebug(gpsLog) << "Loading a track of" << trackPoints.size() << "points";
     callDBusMethod(u"loadTrack"_s, arguments);
     // Silently: whoever loads a track selects its first point.
     m_currentPositionIndex = 0;
@@ -216,6 +216,7 @@ void GPSEmulationManager::goToPositionOnTrack(int index)
 
 void GPSEmulationManager::setupGPSData()
 {
+    qCDebug(gpsLog) << "Setting the service up";
     stopTrack();
     m_trackLoaded = false;
     setTrackLooped(m_trackLooped);

@@ -3,7 +3,7 @@
 
 #include "gps/nmealogloader.h"
 
-#include "gps/nmealog.h"
+#include "gps/gpslog.h"
 
 #include <utility>
 
@@ -18,7 +18,7 @@ NmeaLogLoader::NmeaLogLoader(QObject *parent)
 NmeaLogLoader::~NmeaLogLoader()
 {
     m_stop.request_stop();
-    m_pool.waitForDone(); // the job refers to this object
+    m_pool.waitForDone(); // the job refers to this object; it looks at the stop every thousand lines
 }
 
 bool NmeaLogLoader::isBusy() const
@@ -31,23 +31,46 @@ void NmeaLogLoader::load(const QString &text)
     m_stop.request_stop();
     m_stop = {};
     m_pool.start([this, text, stop = m_stop.get_token()] {
-        const auto finish = [this, stop, log = parseNmeaLog(text, currentTime(), stop)] {
-            if (stop.stop_requested())
-                return;
-            m_busy = false;
-            Q_EMIT busyChanged();
-            if (stop.stop_requested()) // loads again already, or is gone
-                return;
-            if (const auto *error = std::get_if<NmeaError>(&log))
-                Q_EMIT failed(error->message, error->incorrectLine);
-            else
-                Q_EMIT loaded(std::get<QList<TrackPoint>>(log));
-        };
-        if (!stop.stop_requested())
-            QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
+        NmeaLog log = parseNmeaLog(text, currentTime(), stop);
+        if (stop.stop_requested())
+            return;
+        QMetaObject::invokeMethod(
+            this,
+            [this, stop, log = std::move(log)] {
+                if (!stop.stop_requested())
+                    finish(log);
+            },
+            Qt::QueuedConnection);
     });
-    if (!std::exchange(m_busy, true))
+    setBusy(true);
+}
+
+void NmeaLogLoader::cancel()
+{
+    m_stop.request_stop();
+    setBusy(false);
+}
+
+void NmeaLogLoader::setBusy(bool busy)
+{
+    if (std::exchange(m_busy, busy) != busy)
         Q_EMIT busyChanged();
+}
+
+void NmeaLogLoader::finish(const NmeaLog &log)
+{
+    const std::stop_token stop = m_stop.get_token();
+    setBusy(false);
+    if (stop.stop_requested()) // whoever heard of it loads again already, or has deleted this
+        return;
+    if (const auto *error = std::get_if<NmeaError>(&log)) {
+        qCDebug(gpsLog) << "A log is refused:" << error->message << "line" << error->incorrectLine;
+        Q_EMIT failed(error->message, error->incorrectLine);
+    } else {
+        const auto &points = std::get<QList<TrackPoint>>(log);
+        qCDebug(gpsLog) << "A log has" << points.size() << "points";
+        Q_EMIT loaded(points);
+    }
 }
 
 } // namespace EmulationManagement::Internal

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "gps/nmealog.h"
 #include "gps/trackpoint.h"
 
 #include <QList>
@@ -29,6 +30,8 @@ public:
     /// Answered by either loaded() or failed(), never before it returns. Of a log that is still being read then,
     /// nothing is heard any more.
     Q_INVOKABLE void load(const QString &text);
+    /// Nothing is heard any more of a log that is still being read.
+    Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
     /// Before loaded() or failed() when it ends.
@@ -38,6 +41,9 @@ Q_SIGNALS:
     void failed(const QString &message, int incorrectLine);
 
 private:
+    void setBusy(bool busy);
+    void finish(const NmeaLog &log);
+
     bool m_busy = false;
     std::stop_source m_stop;
     QThreadPool m_pool;

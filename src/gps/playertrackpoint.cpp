@@ -3,7 +3,7 @@
 
 #include "gps/playertrackpoint.h"
 
-#include <QLocale>
+#include "gps/coordinates.h"
 
 #include <cmath>
 
@@ -11,17 +11,8 @@ namespace EmulationManagement::Internal {
 
 namespace {
 
-constexpr int degreesDecimals = 7;
-constexpr int metresDecimals = 2;
-
 // Smaller numbers are written without a group separator, also when they are rounded up.
 constexpr double surelyWithoutGroups = 999;
-
-const QLocale &textLocale()
-{
-    static const QLocale locale(QLocale::English, QLocale::UnitedStates);
-    return locale;
-}
 
 // Reading the text back is what counts, but most numbers need no text for that.
 double readBack(double number, QString (*text)(double))
@@ -30,16 +21,6 @@ double readBack(double number, QString (*text)(double))
 }
 
 } // namespace
-
-QString degreesText(double degrees)
-{
-    return textLocale().toString(degrees, 'f', degreesDecimals);
-}
-
-QString metresText(double metres)
-{
-    return textLocale().toString(metres, 'f', metresDecimals);
-}
 
 PlayerTrackPoint::PlayerTrackPoint(const TrackPoint &point)
     : m_latitude(point.latitude)

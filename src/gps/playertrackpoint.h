@@ -45,8 +45,4 @@ private:
     double m_interval = 0;
 };
 
-// How coordinates are written for the user.
-QString degreesText(double degrees);
-QString metresText(double metres);
-
 } // namespace EmulationManagement::Internal

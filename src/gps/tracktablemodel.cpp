@@ -3,6 +3,8 @@
 
 #include "gps/tracktablemodel.h"
 
+#include "gps/coordinates.h"
+
 #include <algorithm>
 
 namespace EmulationManagement::Internal {

@@ -125,6 +125,12 @@ QUrl Files::makeFolder(const QString &name)
     return url(name);
 }
 
+QUrl Files::makeLinkToItself(const QString &name)
+{
+    QFile::link(name, m_folder.filePath(name));
+    return url(name);
+}
+
 QUrl Files::url(const QString &name) const
 {
     return QUrl::fromLocalFile(m_folder.filePath(name));

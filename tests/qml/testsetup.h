@@ -75,6 +75,8 @@ public:
     Q_INVOKABLE QUrl write(const QString &name, const QString &text, int times = 1);
     Q_INVOKABLE QUrl writeBytes(const QString &name, const QList<int> &bytes);
     Q_INVOKABLE QUrl makeFolder(const QString &name);
+    /// A link that leads nowhere but to itself: nobody can read it.
+    Q_INVOKABLE QUrl makeLinkToItself(const QString &name);
     /// The address under which there would be such a file.
     Q_INVOKABLE QUrl url(const QString &name) const;
 

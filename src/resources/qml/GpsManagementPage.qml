@@ -18,7 +18,7 @@ ManagementPage {
     required property MessageDialog messageBox
     readonly property GPSEmulationManager manager: gpsEmulationManager // qmllint disable unqualified
 
-    property var locale: Qt.locale("en_US")
+    readonly property var locale: Qt.locale("en_US")
     readonly property double latitudeMinValue: -90
     readonly property double latitudeMaxValue: 90
     readonly property double longitudeMinValue: -180
@@ -28,50 +28,45 @@ ManagementPage {
     readonly property int altRoundingSize: 2
     readonly property int latLongRoundingSize: 7
     readonly property int defaultInterval: 2000
-    readonly property var trackSpeedList: [
-        {
-            key: "1x",
-            value: 1
-        },
-        {
-            key: "2x",
-            value: 2
-        },
-        {
-            key: "3x",
-            value: 3
-        },
-        {
-            key: "4x",
-            value: 4
-        },
-        {
-            key: "5x",
-            value: 5
-        }
-    ]
+    readonly property var trackSpeedList: [1, 2, 3, 4, 5].map(speed => ({
+                key: speed + "x",
+                value: speed
+            }))
 
     property var actualTrackPoints: []
     property bool onlyDefaultInterval: false
     property bool trackStopped: true
     property string nmeaFileUrl: ""
-    property var fileRequest: null
 
     readonly property bool hasTrack: trackTableModel.rowCount > 0
     readonly property int lastRow: trackTableModel.rowCount - 1
+
+    QtObject {
+        id: loading
+
+        property var request: null
+
+        // Ends without a word what is being read or parsed.
+        function cancel() {
+            const running = request;
+            request = null;
+            if (running)
+                running.abort();
+            nmeaLogLoader.cancel();
+        }
+    }
 
     // --- A track's file ---------------------------------------------------------------------------------------------
 
     function openFile(url: url) {
         nmeaFileUrl = url;
-        // A file that takes long must not come after the one chosen later.
-        if (fileRequest)
-            fileRequest.abort();
+        loading.cancel(); // a file that takes long must not come after the one chosen later
         const request = new XMLHttpRequest(); // qmllint disable unqualified
-        fileRequest = request;
+        loading.request = request;
         request.onreadystatechange = () => {
-            if (request.readyState === XMLHttpRequest.DONE && request === fileRequest) {
-                fileRequest = null;
+            if (request.readyState === XMLHttpRequest.DONE && request === loading.request) {
+                // qmllint disable unqualified
+                loading.request = null;
                 loadNmeaLog(request.responseText);
             }
         };
@@ -120,6 +115,7 @@ ManagementPage {
 
     function clearTrack() {
         stopTrackTimer();
+        progressSlider.playsOn = false; // it lets go when it is switched off
         trackTableModel.clear();
     }
 
@@ -153,6 +149,7 @@ ManagementPage {
             runTrackTimer();
         else
             synchronize(); // the timer stops before it would tell the last point
+        trackTable.showCurrentRow(); // the timer stands still until here, so choosing the row has not
     }
 
     function synchronize() {
@@ -204,7 +201,7 @@ ManagementPage {
     }
 
     function handleRowChanged() {
-        if (!hasTrack)
+        if (!hasTrack || trackTable.currentRow < 0)
             return;
         if (!manager.trackLoaded) // the emulator was connected anew
             manager.loadTrack(actualTrackPoints);
@@ -220,6 +217,7 @@ ManagementPage {
     function handleReply(reply: string) {
         if (reply === "OK" || (!hasTrack && nmeaFileUrl === ""))
             return;
+        loading.cancel();
         stopTrack();
         nmeaFileUrl = "";
         clearTrack();
@@ -233,15 +231,6 @@ ManagementPage {
 
     function metresText(metres: double): string {
         return metres.toLocaleString(locale, "f", altRoundingSize);
-    }
-
-    // What is no number counts as 0.
-    function typedNumber(field: CoordinateField): double {
-        try {
-            return Number.fromLocaleString(locale, field.text.trim());
-        } catch (error) {
-            return 0;
-        }
     }
 
     Accessible.name: qsTr("GPS Management")
@@ -285,6 +274,8 @@ ManagementPage {
         onTriggered: root.goToNextPoint()
     }
 
+    // Keeps its rhythm from row to row: while the timer of the track fires, nobody has been told yet that it has ended,
+    // and then it runs again.
     Timer {
         id: syncTimer
 
@@ -323,49 +314,10 @@ ManagementPage {
                 text: qsTr("Current Position")
             }
 
-            GridLayout {
-                columns: 2
-                columnSpacing: 10
-                rowSpacing: 5
-
-                Label {
-                    text: qsTr("Latitude")
-                }
-
-                Label {
-                    id: currentLatitudeLabel
-
-                    objectName: "currentLatitudeLabel"
-                    text: root.degreesText(root.manager.currentPosition.latitude)
-                    Layout.alignment: Qt.AlignRight
-                    Accessible.description: qsTr("Latitude")
-                }
-
-                Label {
-                    text: qsTr("Longitude")
-                }
-
-                Label {
-                    id: currentLongitudeLabel
-
-                    objectName: "currentLongitudeLabel"
-                    text: root.degreesText(root.manager.currentPosition.longitude)
-                    Layout.alignment: Qt.AlignRight
-                    Accessible.description: qsTr("Longitude")
-                }
-
-                Label {
-                    text: qsTr("Altitude")
-                }
-
-                Label {
-                    id: currentAltitudeLabel
-
-                    objectName: "currentAltitudeLabel"
-                    text: root.metresText(root.manager.currentPosition.altitude)
-                    Layout.alignment: Qt.AlignRight
-                    Accessible.description: qsTr("Altitude")
-                }
+            CurrentPosition {
+                latitude: root.degreesText(root.manager.currentPosition.latitude)
+                longitude: root.degreesText(root.manager.currentPosition.longitude)
+                altitude: root.metresText(root.manager.currentPosition.altitude)
             }
 
             PageTitle {
@@ -375,52 +327,40 @@ ManagementPage {
             Row {
                 spacing: 10
 
-                Label {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Latitude")
-                }
-
                 CoordinateField {
                     id: latitudeField
 
-                    objectName: "latitudeField"
+                    fieldName: "latitudeField"
+                    label: qsTr("Latitude")
+                    locale: root.locale
                     minValue: root.latitudeMinValue
                     maxValue: root.latitudeMaxValue
                     decimals: root.latLongRoundingSize
-                    Accessible.name: qsTr("Latitude")
-                    onAccepted: root.manager.setLatitude(root.typedNumber(this))
-                }
-
-                Label {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Longitude")
+                    onSubmitted: value => root.manager.setLatitude(value)
                 }
 
                 CoordinateField {
                     id: longitudeField
 
-                    objectName: "longitudeField"
+                    fieldName: "longitudeField"
+                    label: qsTr("Longitude")
+                    locale: root.locale
                     minValue: root.longitudeMinValue
                     maxValue: root.longitudeMaxValue
                     decimals: root.latLongRoundingSize
-                    Accessible.name: qsTr("Longitude")
-                    onAccepted: root.manager.setLongitude(root.typedNumber(this))
-                }
-
-                Label {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Altitude")
+                    onSubmitted: value => root.manager.setLongitude(value)
                 }
 
                 CoordinateField {
                     id: altitudeField
 
-                    objectName: "altitudeField"
+                    fieldName: "altitudeField"
+                    label: qsTr("Altitude")
+                    locale: root.locale
                     minValue: root.altitudeMinValue
                     maxValue: root.altitudeMaxValue
                     decimals: root.altRoundingSize
-                    Accessible.name: qsTr("Altitude")
-                    onAccepted: root.manager.setAltitude(root.typedNumber(this))
+                    onSubmitted: value => root.manager.setAltitude(value)
                 }
 
                 Button {
@@ -432,7 +372,7 @@ ManagementPage {
                     onClicked: {
                         if (trackTimer.running)
                             root.pauseTrack();
-                        root.manager.setPosition(root.typedNumber(latitudeField), root.typedNumber(longitudeField), root.typedNumber(altitudeField));
+                        root.manager.setPosition(latitudeField.value, longitudeField.value, altitudeField.value);
                     }
                 }
             }
@@ -462,6 +402,17 @@ ManagementPage {
                         text: root.nmeaFileUrl
                         Layout.fillWidth: true
                         Accessible.name: qsTr("Track file")
+                    }
+
+                    BusyIndicator {
+                        id: loadingIndicator
+
+                        objectName: "loadingIndicator"
+                        running: nmeaLogLoader.busy
+                        visible: running
+                        Layout.preferredWidth: openFileButton.height
+                        Layout.preferredHeight: openFileButton.height
+                        Accessible.name: qsTr("The track file is being read")
                     }
 
                     Button {

@@ -12,7 +12,7 @@ Button {
 
     required property string name
 
-    width: 40
+    implicitWidth: 40
     icon.color: palette.buttonText
     Accessible.name: name
     ToolTip.text: name

@@ -18,7 +18,7 @@ FocusScope {
     readonly property int rowHeight: Math.ceil(fontMetrics.height) + 6
 
     function columnWidth(column: int): real {
-        return column === 0 ? 70 : Math.floor(width / 6);
+        return column === 0 ? 70 : width / 6;
     }
 
     function showCurrentRow() {
@@ -37,13 +37,30 @@ FocusScope {
     Accessible.role: Accessible.Table
     Accessible.name: qsTr("Track points")
     Accessible.focusable: true
-    Keys.onUpPressed: moveTo(currentRow - 1)
-    Keys.onDownPressed: moveTo(currentRow + 1)
     Keys.onPressed: event => {
-        const rows = new Map([[Qt.Key_Home, 0], [Qt.Key_End, model.rowCount - 1], [Qt.Key_PageUp, currentRow - tableView.visibleRows], [Qt.Key_PageDown, currentRow + tableView.visibleRows]]);
-        event.accepted = rows.has(event.key);
-        if (event.accepted)
-            moveTo(rows.get(event.key));
+        switch (event.key) {
+        case Qt.Key_Up:
+            moveTo(currentRow - 1);
+            break;
+        case Qt.Key_Down:
+            moveTo(currentRow + 1);
+            break;
+        case Qt.Key_PageUp:
+            moveTo(currentRow - tableView.visibleRows);
+            break;
+        case Qt.Key_PageDown:
+            moveTo(currentRow + tableView.visibleRows);
+            break;
+        case Qt.Key_Home:
+            moveTo(0);
+            break;
+        case Qt.Key_End:
+            moveTo(model.rowCount - 1);
+            break;
+        default:
+            return;
+        }
+        event.accepted = true;
     }
 
     Connections {
@@ -126,6 +143,8 @@ FocusScope {
             color: isCurrent ? palette.highlight : palette.base
             Accessible.role: Accessible.Cell
             Accessible.name: display
+            Accessible.selectable: true
+            Accessible.selected: isCurrent
 
             Text {
                 anchors {

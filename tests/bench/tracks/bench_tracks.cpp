@@ -198,7 +198,8 @@ public:
     double fillTableModel(int points)
     {
         QQmlComponent component(m_view.engine());
-        component.setData(R"(
+        component.setData(
+            R"(
             import QtQuick
             import Qt.labs.qmlmodels
             TableModel {
@@ -213,7 +214,8 @@ public:
                 TableModelColumn { display: "Latitude" }
                 TableModelColumn { display: "Longitude" }
                 TableModelColumn { display: "Altitude" }
-            })", QUrl());
+            })",
+            QUrl());
         const std::unique_ptr<QObject> model(component.create());
         if (!model)
             fail(qPrintable(component.errorString()));
@@ -258,7 +260,8 @@ void measureOpening(Bench &bench, const QString &path, int points, int rounds)
     }
     const char *aims[] = {"no aim", "aim under 1000", "aim under 200"};
     const bool hasAim = points == 100'000;
-    std::printf("%d points, from file to table and upload: %.0f ms (%s)\n", points, median(times), aims[hasAim ? 1 : 0]);
+    std::printf(
+        "%d points, from file to table and upload: %.0f ms (%s)\n", points, median(times), aims[hasAim ? 1 : 0]);
     std::printf("  longest time without an answer: %.0f ms (%s)\n", median(silences), aims[hasAim ? 2 : 0]);
     std::printf("  memory for each point: %.0f bytes (no aim)\n", bytes / points);
     if (!tableModel.empty()) {
