@@ -199,12 +199,12 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
 <context>
     <name>GpsManagementPage</name>
     <message>
-        <source>GPS Management</source>
-        <translation>GPS Management</translation>
-    </message>
-    <message>
         <source>%1, line: %2</source>
         <translation>%1, line: %2</translation>
+    </message>
+    <message>
+        <source>GPS Management</source>
+        <translation>GPS Management</translation>
     </message>
     <message>
         <source>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</source>

@@ -6,41 +6,23 @@ from __future__ import annotations
 
 from pathlib import Path
 
-from calls import ServiceCalls
-from desktop import Element, wait_for
+from desktop import wait_for
 from guest import GPS, Guest
 from ide import Ide
+from page import Page
 
 DIALOG = "Open NMEA File"
 
 
-class GpsPage:
+class GpsPage(Page):
     def __init__(self, ide: Ide, guest: Guest):
-        self.ide = ide
-        self.desktop = ide.desktop
-        self.guest = guest
-        self.calls = ServiceCalls(guest, GPS)
+        super().__init__(ide, guest, GPS)
 
     def show(self) -> None:
         self.ide.show_page("GPS Management")
 
-    def find(self, role: str, name: str) -> Element | None:
-        return self.desktop.find(role, name, within=self.ide.view_frame())
-
-    def control(self, role: str, name: str) -> Element:
-        return self.desktop.expect(role, name, within=self.ide.view_frame())
-
-    def click(self, role: str, name: str) -> None:
-        self.desktop.click(self.control(role, name))
-
     def is_enabled(self, role: str, name: str) -> bool:
         return self.control(role, name).enabled
-
-    def type_number(self, field: str, number: str) -> None:
-        """Writes over what is in the field; Enter is another step."""
-        self.desktop.double_click(self.control("text", field))
-        self.desktop.press("ctrl+a")
-        self.desktop.type(number)
 
     def open_track(self, file: Path) -> None:
         """Chooses the file in the file dialog: goes to its folder, clicks on it and opens it."""
@@ -58,8 +40,7 @@ class GpsPage:
         wait_for("the file dialog to go", lambda: not self.desktop.windows(DIALOG), 60)
 
     def choose_speed(self, speed: str) -> None:
-        self.click("combo box", "Track speed")
-        self.desktop.click(self.desktop.expect("", speed))
+        self.choose_entry("Track speed", speed)
 
     def drag_progress(self, length: int, part: float) -> None:
         """Drags the handle of a track of that length to a part of the slider's way."""

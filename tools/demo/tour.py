@@ -18,10 +18,12 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from desktop import Desktop, Timeout, wait_for  # noqa: E402
+from gps import GpsPage  # noqa: E402
 from guest import Guest  # noqa: E402
 from ide import Ide  # noqa: E402
 from sensors import SensorPages  # noqa: E402
 from session import Session, connections  # noqa: E402
+from tracks import write_tracks  # noqa: E402
 
 SUBMENU = "Velmo OS"
 # What a user left behind the last time; the guest must hold it once the window is open.
@@ -111,6 +113,8 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
     show_sensor_pages(tour, desktop, ide, guest)
+    write_tracks(session.directory / "tracks")
+    show_gps_page(tour, desktop, ide, guest, session.directory / "tracks" / "walk-gga.nmea")
 
     code = ide.quit()
     if code:
@@ -174,6 +178,41 @@ def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> N
         f"{', '.join(remaining)} stay; the guest has {', '.join(enabled)}",
         desktop,
     )
+
+
+def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: Path) -> None:
+    page = GpsPage(ide, guest)
+    calls = page.calls
+    calls.start_here()
+    page.show()
+
+    def in_the_guest() -> str:
+        state = guest.gps()
+        return (
+            f"the guest is at {state['latitude']:.5f} {state['longitude']:.5f}, {state['altitude']:.1f} m, "
+            f"point {state['trackIndex'] + 1} of {state['trackLength']}, {state['trackState']}"
+        )
+
+    page.type_number("Latitude", "59.93863")
+    page.type_number("Longitude", "30.31413")
+    page.click("button", "Set the position")
+    tour.step("Position set", f"{calls.take(1)[-1]!r}; {in_the_guest()}")
+
+    page.open_track(track)
+    wait_for("the track in the guest", lambda: guest.gps()["trackLength"] > 0, 60)
+    tour.step("Track opened", f"{len(calls.take(4))} calls; {in_the_guest()}", desktop)
+
+    page.choose_speed("5x")
+    page.click("button", "Play")
+    wait_for("the guest to come along", lambda: guest.gps()["trackIndex"] >= 20, 60)
+    tour.step("Track played", f"{len(calls.take(1))} calls; {in_the_guest()}", desktop)
+
+    page.click("button", "Pause")
+    wait_for("the guest to wait", lambda: guest.gps()["trackState"] == "paused", 60)
+    tour.step("Track paused", in_the_guest())
+    page.click("button", "Stop")
+    wait_for("the guest to stop", lambda: guest.gps()["trackState"] == "stopped", 60)
+    tour.step("Track stopped", in_the_guest())
 
 
 def main() -> int:
