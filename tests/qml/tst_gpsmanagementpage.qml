@@ -1028,6 +1028,23 @@ ViewTestCase {
         compare(trackTable.height, 100);
     }
 
+    function test_playingKeepsTheRowInSight() {
+        showPage();
+        load(wayPoints(100));
+        gpsEmulationManager.setTrackIntervalMode(true);
+        click("playButton");
+        const cells = findChild(object("trackTable"), "tableView");
+        for (let row = 1; row < 40; ++row) {
+            next();
+            compare(object("trackTable").currentRow, row);
+            const cell = cells.itemAtCell(0, row);
+            verify(cell, "row %1".arg(row));
+            const top = cell.mapToItem(cells, 0, 0).y;
+            verify(top >= 0 && top + cell.height <= cells.height, "row %1 is at %2 of %3".arg(row).arg(top).arg(cells.height));
+        }
+        host.takeFrames();
+    }
+
     function test_playingScrollsTheRowIntoView() {
         showPage();
         load(wayPoints(1000));

@@ -11,6 +11,7 @@ from __future__ import annotations
 import argparse
 import shutil
 import sys
+import tempfile
 import time
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
@@ -113,8 +114,9 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
     show_sensor_pages(tour, desktop, ide, guest)
-    write_tracks(session.directory / "tracks")
-    show_gps_page(tour, desktop, ide, guest, session.directory / "tracks" / "walk-gga.nmea")
+    with tempfile.TemporaryDirectory(prefix="tracks-") as folder:
+        write_tracks(Path(folder))
+        show_gps_page(tour, desktop, ide, guest, Path(folder) / "walk-gga.nmea")
 
     code = ide.quit()
     if code:
@@ -188,10 +190,10 @@ def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: P
 
     def in_the_guest() -> str:
         state = guest.gps()
-        return (
-            f"the guest is at {state['latitude']:.5f} {state['longitude']:.5f}, {state['altitude']:.1f} m, "
-            f"point {state['trackIndex'] + 1} of {state['trackLength']}, {state['trackState']}"
-        )
+        place = f"the guest is at {state['latitude']:.5f} {state['longitude']:.5f}, {state['altitude']:.1f} m"
+        if not state["trackLength"]:
+            return place
+        return f"{place}, point {state['trackIndex'] + 1} of {state['trackLength']}, {state['trackState']}"
 
     page.type_number("Latitude", "59.93863")
     page.type_number("Longitude", "30.31413")
@@ -204,6 +206,7 @@ def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: P
 
     page.choose_speed("5x")
     page.click("button", "Play")
+    desktop.move(*page.control("", "Coordinate").rectangle.centre)  # no hint in the picture
     wait_for("the guest to come along", lambda: guest.gps()["trackIndex"] >= 20, 60)
     tour.step("Track played", f"{len(calls.take(1))} calls; {in_the_guest()}", desktop)
 

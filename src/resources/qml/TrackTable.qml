@@ -22,7 +22,13 @@ FocusScope {
     }
 
     function showCurrentRow() {
+        if (currentRow < 0)
+            return;
         tableView.positionViewAtRow(currentRow, TableView.Contain);
+        // Which is content with a part of a row.
+        const cell = tableView.itemAtCell(0, currentRow);
+        if (cell)
+            tableView.contentY = Math.min(cell.y, Math.max(tableView.contentY, cell.y + cell.height - tableView.height));
     }
 
     // By the keys: the row stays within the table and in sight.
