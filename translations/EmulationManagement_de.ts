@@ -57,6 +57,21 @@
     </message>
 </context>
 <context>
+    <name>CurrentPosition</name>
+    <message>
+        <source>Latitude</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Höhe</translation>
+    </message>
+</context>
+<context>
     <name>EmulationManagement::Internal::EmulationManagementPlugin</name>
     <message>
         <source>Emulation Management</source>
@@ -77,6 +92,50 @@
     <message>
         <source>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</source>
         <translation>Das Emulationsverwaltungs-Plugin kann nicht verwendet werden. Bitte schließen Sie %1 und versuchen Sie erneut, „Emulationsverwaltung…“ zu verwenden.</translation>
+    </message>
+    <message>
+        <source>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</source>
+        <translation>Die Verbindung zum Emulator ist abgebrochen. Bitte starten Sie bei Bedarf %1 und laden Sie den GPS-Track erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::NmeaError</name>
+    <message>
+        <source>NMEA file is empty</source>
+        <translation>NMEA-Datei ist leer</translation>
+    </message>
+    <message>
+        <source>Incorrect NMEA file</source>
+        <translation>Fehlerhafte NMEA-Datei</translation>
+    </message>
+    <message>
+        <source>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</source>
+        <translation>Die NMEA-Datei enthält Punkte in einem falschen Format.
+Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::TrackTableModel</name>
+    <message>
+        <source>No.</source>
+        <translation>Nr.</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Höhe</translation>
     </message>
 </context>
 <context>
@@ -140,8 +199,104 @@
 <context>
     <name>GpsManagementPage</name>
     <message>
+        <source>%1, line: %2</source>
+        <translation>%1, Zeile: %2</translation>
+    </message>
+    <message>
         <source>GPS Management</source>
         <translation>GPS</translation>
+    </message>
+    <message>
+        <source>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</source>
+        <translation>Die geladene NMEA-Datei enthält keine Zeitangaben. Sie kann daher nicht mit eigener Geschwindigkeit abgespielt werden.</translation>
+    </message>
+    <message>
+        <source>Open NMEA File</source>
+        <translation>NMEA-Datei öffnen</translation>
+    </message>
+    <message>
+        <source>NMEA files (*.nmea)</source>
+        <translation>NMEA-Dateien (*.nmea)</translation>
+    </message>
+    <message>
+        <source>Current Position</source>
+        <translation>Aktuelle Position</translation>
+    </message>
+    <message>
+        <source>Coordinate</source>
+        <translation>Koordinate</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Setzen</translation>
+    </message>
+    <message>
+        <source>Set the position</source>
+        <translation>Position setzen</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Track</translation>
+    </message>
+    <message>
+        <source>Track file</source>
+        <translation>Trackdatei</translation>
+    </message>
+    <message>
+        <source>The track file is being read</source>
+        <translation>Die Trackdatei wird gelesen</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a track file</source>
+        <translation>Trackdatei öffnen</translation>
+    </message>
+    <message>
+        <source>Track progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Track speed</source>
+        <translation>Abspielgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Use own track speed</source>
+        <translation>Eigenes Tempo</translation>
+    </message>
+    <message>
+        <source>Loop track</source>
+        <translation>Wiederholen</translation>
     </message>
 </context>
 <context>
@@ -391,6 +546,13 @@
     <message>
         <source>Direction</source>
         <translation>Richtung</translation>
+    </message>
+</context>
+<context>
+    <name>TrackTable</name>
+    <message>
+        <source>Track points</source>
+        <translation>Trackpunkte</translation>
     </message>
 </context>
 </TS>

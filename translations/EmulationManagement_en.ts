@@ -57,6 +57,21 @@
     </message>
 </context>
 <context>
+    <name>CurrentPosition</name>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
+    </message>
+</context>
+<context>
     <name>EmulationManagement::Internal::EmulationManagementPlugin</name>
     <message>
         <source>Emulation Management</source>
@@ -77,6 +92,50 @@
     <message>
         <source>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</source>
         <translation>The emulation management plugin cannot be used. Please, close %1 and try to use &apos;Emulation management…&apos; again.</translation>
+    </message>
+    <message>
+        <source>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</source>
+        <translation>Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::NmeaError</name>
+    <message>
+        <source>NMEA file is empty</source>
+        <translation>NMEA file is empty</translation>
+    </message>
+    <message>
+        <source>Incorrect NMEA file</source>
+        <translation>Incorrect NMEA file</translation>
+    </message>
+    <message>
+        <source>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</source>
+        <translation>NMEA file has incorrect points format.
+Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
+    </message>
+</context>
+<context>
+    <name>EmulationManagement::Internal::TrackTableModel</name>
+    <message>
+        <source>No.</source>
+        <translation>No.</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
     </message>
 </context>
 <context>
@@ -140,8 +199,104 @@
 <context>
     <name>GpsManagementPage</name>
     <message>
+        <source>%1, line: %2</source>
+        <translation>%1, line: %2</translation>
+    </message>
+    <message>
         <source>GPS Management</source>
         <translation>GPS Management</translation>
+    </message>
+    <message>
+        <source>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</source>
+        <translation>The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.</translation>
+    </message>
+    <message>
+        <source>Open NMEA File</source>
+        <translation>Open NMEA File</translation>
+    </message>
+    <message>
+        <source>NMEA files (*.nmea)</source>
+        <translation>NMEA files (*.nmea)</translation>
+    </message>
+    <message>
+        <source>Current Position</source>
+        <translation>Current Position</translation>
+    </message>
+    <message>
+        <source>Coordinate</source>
+        <translation>Coordinate</translation>
+    </message>
+    <message>
+        <source>Latitude</source>
+        <translation>Latitude</translation>
+    </message>
+    <message>
+        <source>Longitude</source>
+        <translation>Longitude</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Altitude</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>Set the position</source>
+        <translation>Set the position</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Track</translation>
+    </message>
+    <message>
+        <source>Track file</source>
+        <translation>Track file</translation>
+    </message>
+    <message>
+        <source>The track file is being read</source>
+        <translation>The track file is being read</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a track file</source>
+        <translation>Open a track file</translation>
+    </message>
+    <message>
+        <source>Track progress</source>
+        <translation>Track progress</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Track speed</source>
+        <translation>Track speed</translation>
+    </message>
+    <message>
+        <source>Use own track speed</source>
+        <translation>Use own track speed</translation>
+    </message>
+    <message>
+        <source>Loop track</source>
+        <translation>Loop track</translation>
     </message>
 </context>
 <context>
@@ -391,6 +546,13 @@
     <message>
         <source>Direction</source>
         <translation>Direction</translation>
+    </message>
+</context>
+<context>
+    <name>TrackTable</name>
+    <message>
+        <source>Track points</source>
+        <translation>Track points</translation>
     </message>
 </context>
 </TS>

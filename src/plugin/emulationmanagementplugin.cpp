@@ -106,10 +106,12 @@ void EmulationManagementPlugin::registerQmlTypes()
 
 void EmulationManagementPlugin::setupContextProperties()
 {
+    m_gpsEmulationManager.setRdbusinvoker(&m_remoteDBusInvokerService);
     m_sensorsEmulationManager.setRdbusinvoker(&m_remoteDBusInvokerService);
 
     QQmlContext *context = m_view.rootContext();
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
+    context->setContextProperty(u"gpsEmulationManager"_s, &m_gpsEmulationManager);
     context->setContextProperty(u"sensorsEmulationManager"_s, &m_sensorsEmulationManager);
     context->setContextProperty(u"emulationManagementPlugin"_s, this);
     setThemeContextProperties(context); // once: the view does not follow a later change of the theme
@@ -133,10 +135,13 @@ void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()
     }
 }
 
-// The start-up sequence sets the channel twice.
+// Bound once more, the GPS manager sets itself up twice on each connection and hears each reply twice.
 void EmulationManagementPlugin::repeatContextProperties()
 {
-    m_view.rootContext()->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
+    m_gpsEmulationManager.setRdbusinvoker(&m_remoteDBusInvokerService);
+    QQmlContext *context = m_view.rootContext();
+    context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
+    context->setContextProperty(u"gpsEmulationManager"_s, &m_gpsEmulationManager);
 }
 
 void EmulationManagementPlugin::setupView()
@@ -240,6 +245,12 @@ void EmulationManagementPlugin::setUpEmulatorConnection()
         this,
         &EmulationManagementPlugin::updateSensorsConfiguration);
 
+    connect(
+        &m_remoteDBusInvokerService,
+        &RemoteDBusInvokerService::webSocketDisconnected,
+        this,
+        &EmulationManagementPlugin::handleConnectionLost);
+
     Tarn::VirtualMachine *virtualMachine = m_emulator->virtualMachine();
     connect(virtualMachine, &Tarn::VirtualMachine::virtualMachineOffChanged, this, [this](bool off) {
         setEmulatorRunning(!off);
@@ -312,6 +323,20 @@ void EmulationManagementPlugin::handleVirtualMachineState()
         return;
     checkEmulationPackages();
     m_connectionRequested = false;
+}
+
+// The track is lost with the connection. Without one, the channel comes back unnoticed.
+void EmulationManagementPlugin::handleConnectionLost()
+{
+    if (!m_gpsEmulationManager.trackLoaded())
+        return;
+    m_gpsEmulationManager.setupGPSData();
+    Q_EMIT m_gpsEmulationManager.replyFromEmulatorReceived({}); // the page clears its track
+    showMessageBox(
+        tr("Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.")
+            .arg(m_emulator ? m_emulator->name() : Tarn::Sdk::osVariant()),
+        {},
+        QMessageBox::Ok);
 }
 
 void EmulationManagementPlugin::checkEmulationPackages()

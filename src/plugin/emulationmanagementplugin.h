@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "gps/gpsemulationmanager.h"
 #include "plugin/emulationmanagementpackageschecker.h"
 #include "remote/remotedbusinvokerservice.h"
 #include "sensors/sensorsemulationmanager.h"
@@ -64,6 +65,7 @@ private:
     bool setUpPortForwarding();
     void setEmulatorRunning(bool running);
     void handleVirtualMachineState();
+    void handleConnectionLost();
 
     void checkEmulationPackages();
     void handlePackagesChecked(const QString &message, const QString &detailedText);
@@ -71,6 +73,7 @@ private:
     void updateSensorsConfiguration(const QString &deviceModelName);
 
     RemoteDBusInvokerService m_remoteDBusInvokerService;
+    GPSEmulationManager m_gpsEmulationManager;
     SensorsEmulationManager m_sensorsEmulationManager{nullptr};
     QQuickView m_view;
     QPointer<Tarn::Sdk> m_sdk;

@@ -3,6 +3,10 @@
 
 #include "plugin/qmlsetup.h"
 
+#include "gps/gpsemulationmanager.h"
+#include "gps/nmealogloader.h"
+#include "gps/nmeaparsing.h"
+#include "gps/tracktablemodel.h"
 #include "plugin/warningdialog.h"
 #include "sensors/alsmodel.h"
 #include "sensors/sensorsemulationmanager.h"
@@ -40,12 +44,18 @@ void registerViewTypes()
     qmlRegisterType<SettingsManager>(module, 1, 0, "SettingsManager");
     qmlRegisterType<SensorsEmulationManager>(module, 1, 0, "SensorsEmulationManager");
     qmlRegisterType<TextFieldDoubleValidator>(module, 1, 0, "TextFieldDoubleValidator");
+    qmlRegisterType<TrackTableModel>(module, 1, 0, "TrackTableModel");
+    qmlRegisterType<NmeaLogLoader>(module, 1, 0, "NmeaLogLoader");
+    qmlRegisterSingletonType<NmeaParsing>(
+        module, 1, 0, "NmeaParsing", [](QQmlEngine *, QJSEngine *) { return new NmeaParsing; });
 
     qRegisterMetaType<AlsModel::LightLevel>("AlsModel::LightLevel");
     qRegisterMetaType<TapModel::TapDirection>("TapModel::TapDirection");
 
     qmlRegisterUncreatableType<AlsModel>(module, 1, 0, "AlsModel", u"Could not create the AlsModel instance"_s);
     qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
+    qmlRegisterUncreatableType<GPSEmulationManager>(
+        module, 1, 0, "GPSEmulationManager", u"The plugin owns the only one"_s);
 }
 
 void setThemeContextProperties(QQmlContext *context)

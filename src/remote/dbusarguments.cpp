@@ -5,19 +5,59 @@
 
 #include "remote/finitenumber.h"
 
+#include <array>
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace EmulationManagement::Internal::DBusArguments {
 
-// QString::arg and not QString::number: their last digits differ in some ties.
-QString generalNumber(double value)
+namespace {
+
+// The digits of a number, with a point before the last of them; there is at least one digit before the point.
+void appendDigits(QString &text, bool negative, quint64 digits, int decimals)
 {
-    return u"%1"_s.arg(finiteOrZero(value));
+    std::array<char16_t, 24> buffer;
+    auto begin = buffer.end();
+    for (int count = 0; digits != 0 || count <= decimals; ++count) {
+        if (count == decimals && decimals != 0)
+            *--begin = u'.';
+        *--begin = char16_t(u'0' + digits % 10);
+        digits /= 10;
+    }
+    if (negative)
+        *--begin = u'-';
+    text.append(QStringView(begin, buffer.end()));
 }
 
-QString fixedNumber(double value, int decimals)
+} // namespace
+
+// The texts are those of QString::arg, not of QString::number: their last digits differ in some ties. It takes its
+// time, which counts for the hundred thousands of numbers of a track, so the usual ones are written without it.
+
+void appendGeneralNumber(QString &text, double value)
 {
-    return u"%1"_s.arg(finiteOrZero(value), 0, 'f', decimals);
+    constexpr double firstWithExponent = 1e6;
+    if (value > 0 && value < firstWithExponent && value == std::floor(value))
+        appendDigits(text, false, quint64(value), 0);
+    else
+        text.append(u"%1"_s.arg(finiteOrZero(value)));
+}
+
+void appendFixedNumber(QString &text, double value, int decimals)
+{
+    constexpr std::array<double, 8> powersOfTen{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
+    constexpr double largest = 1e12; // up to here the product is exact to a few ten thousandths
+    constexpr double tieMargin = 1e-3;
+    if (decimals > 0 && decimals < int(powersOfTen.size())) {
+        const double scaled = std::abs(value) * powersOfTen.at(size_t(decimals));
+        const double whole = std::floor(scaled);
+        if (scaled >= 1 && scaled < largest && std::abs(scaled - whole - 0.5) > tieMargin) {
+            appendDigits(text, value < 0, quint64(scaled + 0.5), decimals);
+            return;
+        }
+    }
+    text.append(u"%1"_s.arg(finiteOrZero(value), 0, 'f', decimals));
 }
 
 QString int32(int value)
@@ -37,12 +77,16 @@ QString string(const QString &value)
 
 QString real(double value)
 {
-    return u"double:"_s + generalNumber(value);
+    QString text = u"double:"_s;
+    appendGeneralNumber(text, value);
+    return text;
 }
 
 QString real(double value, int decimals)
 {
-    return u"double:"_s + fixedNumber(value, decimals);
+    QString text = u"double:"_s;
+    appendFixedNumber(text, value, decimals);
+    return text;
 }
 
 QString joined(const QStringList &arguments)

@@ -13,9 +13,9 @@ namespace EmulationManagement::Internal::DBusArguments {
 // Numbers that are not finite are written as 0.
 
 // At most 6 significant digits, trailing zeros dropped; very large and very small values with an exponent.
-QString generalNumber(double value);
+void appendGeneralNumber(QString &text, double value);
 // Exactly so many decimals.
-QString fixedNumber(double value, int decimals);
+void appendFixedNumber(QString &text, double value, int decimals);
 
 QString int32(int value);
 QString boolean(bool value);

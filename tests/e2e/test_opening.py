@@ -11,6 +11,7 @@ from desktop import wait_for
 from session import connections
 from story import Story
 
+GPS = "ru.kelo.GeoclueEmulationManagement"
 SENSORS = "ru.kelo.SensorfwEmulationManagement"
 PREFIX = f"system {SENSORS} /ru/kelo/SensorfwEmulationManagement {SENSORS} "
 NAMES = ["accelerometer", "als", "compass", "gyroscope", "magnetometer", "orientation", "proximity", "tap"]
@@ -24,8 +25,17 @@ VALUES = [
     PREFIX + "setProximitySensorValue int32:7",
     PREFIX + "setTapSensorValue int32:3",
 ]
-FIRST_CONNECTION = [PREFIX + f"enabled string:{name}" for name in NAMES] + VALUES
-RECONNECTION = [PREFIX + f"enableSensor string:{name}" for name in NAMES] + VALUES
+GPS_PREFIX = f"system {GPS} /ru/kelo/GeoclueEmulationManagement {GPS} "
+GPS_SETUP = [
+    GPS_PREFIX + "stopTrack ",
+    GPS_PREFIX + "setTrackLooped boolean:0",
+    GPS_PREFIX + "setTrackIntervalMode boolean:0",
+    GPS_PREFIX + "setTrackSpeed int32:1",
+    GPS_PREFIX + "setPosition double:59.9386300 double:30.3141300 double:-3.50",
+]
+# The GPS manager is bound to the channel twice.
+FIRST_CONNECTION = [*GPS_SETUP, *(PREFIX + f"enabled string:{name}" for name in NAMES), *VALUES, *GPS_SETUP]
+RECONNECTION = [*GPS_SETUP, *(PREFIX + f"enableSensor string:{name}" for name in NAMES), *VALUES, *GPS_SETUP]
 
 
 class Opening(Story):
@@ -38,6 +48,9 @@ class Opening(Story):
         "als": 400,
         "proximity_reflectance": 7,
         "tap": 3,
+        "gps_latitude": 59.93863,
+        "gps_longitude": 30.31413,
+        "gps_altitude": -3.5,
     }
 
     def open_view(self) -> None:
@@ -56,7 +69,9 @@ class Opening(Story):
         self.assertEqual(self.ide.geometry(window), "1100 x 600 pixels")
 
     def test_the_first_connection_asks_for_states_and_restores_values(self) -> None:
-        frames = wait_for("the frames", lambda: (seen := self.guest.frames()) and len(seen) >= 15 and seen, 60)
+        frames = wait_for(
+            "the frames", lambda: (seen := self.guest.frames()) and len(seen) >= len(FIRST_CONNECTION) and seen, 60
+        )
         self.assertEqual(frames, FIRST_CONNECTION)
 
     def test_the_service_holds_the_stored_values(self) -> None:
@@ -72,7 +87,10 @@ class Opening(Story):
 
     def test_a_restarted_invoker_gets_states_and_values_again(self) -> None:
         self.guest.restart_invoker()
-        frames = wait_for("the frames", lambda: (seen := self.guest.frames()[15:]) and len(seen) >= 15 and seen, 60)
+        sent = len(FIRST_CONNECTION)
+        frames = wait_for(
+            "the frames", lambda: (seen := self.guest.frames()[sent:]) and len(seen) >= len(RECONNECTION) and seen, 60
+        )
         self.assertEqual(frames, RECONNECTION)
 
     def test_opening_again_checks_nothing_and_connects_nothing(self) -> None:

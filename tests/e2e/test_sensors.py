@@ -234,7 +234,7 @@ class Sensors(Story):
         self.ide.choose_for_emulator("Shut Down")
         wait_for("the emulator to end", lambda: self.session.qemu_pid() is None, 120)
         wait_for("the window to hide", lambda: self.ide.view() is None, 60)
-        self.calls.start_behind([])  # the guest's record begins anew with the emulator
+        self.calls.record_begins_anew()
         # Values are stored when the IDE quits, so these are the ones from before. The channel, which goes on trying, may
         # have found the invoker before the check of the packages opens it once more.
         self.open_view()

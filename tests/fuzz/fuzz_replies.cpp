@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the sensors manager makes of anything that an invoker may send.
+// What the managers make of anything that an invoker may send.
 
+#include "gps/gpsemulationmanager.h"
 #include "sensors/sensorsemulationmanager.h"
 
 #include "fuzz/fuzzer.h"
@@ -74,6 +75,13 @@ QString check(Fuzz::Input &input)
     QObject::connect(&manager, &EmulationManager::replyFromEmulatorReceived, &manager, [&](const QString &text) {
         texts.append(text);
     });
+    GPSEmulationManager gps;
+    gps.setRdbusinvoker(&channel);
+    gps.setRdbusinvoker(&channel); // as the plugin does
+    gps.loadTrack({QVariantMap()});
+    QStringList gpsTexts;
+    QObject::connect(
+        &gps, &EmulationManager::replyFromEmulatorReceived, &gps, [&](const QString &text) { gpsTexts.append(text); });
     if (input.chance(50))
         manager.setSensorAvailable(u"als"_s, false);
 
@@ -81,10 +89,13 @@ QString check(Fuzz::Input &input)
     for (int i = 0; i < 20; ++i) {
         const QString reply = anyReply(input);
         texts.clear();
+        gpsTexts.clear();
         Q_EMIT channel.replyReceived(reply);
         expected.reply(reply);
         if (texts != QStringList(expected.text))
             return u"the reply \"%1\" became \"%2\" instead of \"%3\""_s.arg(reply, texts.join(u'|'), expected.text);
+        if (gpsTexts != QStringList({expected.text, expected.text}) || !gps.trackLoaded())
+            return u"the GPS manager made \"%2\" of the reply \"%1\""_s.arg(reply, gpsTexts.join(u'|'));
         if (manager.sensorsEnabledStates() != expected.states)
             return u"other enabled states after the reply \"%1\""_s.arg(reply);
         if (manager.sensorsAvailability() != expected.availability)

@@ -188,6 +188,30 @@ QStringList framesForAllSensors(const QString &method)
     return frames;
 }
 
+QString gpsFrame(const QString &method, const QString &arguments)
+{
+    return u"system ru.kelo.GeoclueEmulationManagement /ru/kelo/GeoclueEmulationManagement "
+           "ru.kelo.GeoclueEmulationManagement %1 %2"_s.arg(method, arguments);
+}
+
+QStringList framesOfGpsSetup(const QString &position)
+{
+    return {
+        gpsFrame(u"stopTrack"_s),
+        gpsFrame(u"setTrackLooped"_s, u"boolean:0"_s),
+        gpsFrame(u"setTrackIntervalMode"_s, u"boolean:0"_s),
+        gpsFrame(u"setTrackSpeed"_s, u"int32:1"_s),
+        gpsFrame(u"setPosition"_s, position),
+    };
+}
+
+QStringList framesOfConnection(const QStringList &sensorFrames, const QStringList &gpsSetup)
+{
+    return gpsSetup + sensorFrames + gpsSetup;
+}
+
+const qsizetype connectionFrameCount = 25;
+
 QObject *sensorsManager()
 {
     return contextProperty(u"sensorsEmulationManager"_s).value<QObject *>();

@@ -78,6 +78,18 @@ extern const QStringList allSensors;
 /// One frame for each of the eight sensors, in that order.
 QStringList framesForAllSensors(const QString &method);
 
+/// A frame for the GPS service.
+QString gpsFrame(const QString &method, const QString &arguments = {});
+
+/// What the GPS manager sends when it sets the service up, for a player as at the start and the position stored.
+QStringList framesOfGpsSetup(const QString &position = QStringLiteral("double:0.0000000 double:0.0000000 double:0.00"));
+
+/// All frames of a connection, around those of the sensors. The GPS manager is bound twice.
+QStringList framesOfConnection(const QStringList &sensorFrames, const QStringList &gpsSetup = framesOfGpsSetup());
+
+/// How many these are when no sensor is missing.
+extern const qsizetype connectionFrameCount;
+
 /// The sensors manager of the view.
 QObject *sensorsManager();
 

@@ -41,7 +41,7 @@ void tst_DeviceModels::initTestCase()
     QVERIFY(m_fixture->startSsh());
     QVERIFY(m_fixture->emulator());
     openView();
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), 15, 30'000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), connectionFrameCount, 30'000);
 }
 
 void tst_DeviceModels::areOffered()

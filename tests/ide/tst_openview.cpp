@@ -259,7 +259,7 @@ void tst_OpenView::sendsValuesOnEachConnection()
     QVERIFY(m_fixture->startSsh());
     openView();
 
-    const QStringList first = framesForAllSensors(u"enabled"_s) + framesOfDefaultValues();
+    const QStringList first = framesOfConnection(framesForAllSensors(u"enabled"_s) + framesOfDefaultValues());
     QTRY_COMPARE_GE_WITH_TIMEOUT(m_fixture->frames().size(), first.size(), deadline);
     QCOMPARE(m_fixture->frames(), first);
 
@@ -267,7 +267,7 @@ void tst_OpenView::sendsValuesOnEachConnection()
     // anew.
     m_fixture->stopServices();
     QVERIFY(m_fixture->startServices());
-    const QStringList again = framesForAllSensors(u"enableSensor"_s) + framesOfDefaultValues();
+    const QStringList again = framesOfConnection(framesForAllSensors(u"enableSensor"_s) + framesOfDefaultValues());
     QTRY_COMPARE_GE_WITH_TIMEOUT(m_fixture->frames().size(), again.size(), deadline);
     QCOMPARE(m_fixture->frames(), again);
     QCOMPARE(m_fixture->connections(), 1);
@@ -281,7 +281,7 @@ void tst_OpenView::storedValuesAreSent()
     QVERIFY(m_fixture->startSsh());
     openView();
 
-    const QStringList expected = framesForAllSensors(u"enabled"_s)
+    const QStringList sensors = framesForAllSensors(u"enabled"_s)
         + QStringList{
             sensorFrame(u"setAccelerometerValues"_s, u"int32:-12 int32:0 int32:0"_s),
             sensorFrame(u"setMagnetometerValues"_s, u"double:0 double:0.5 double:-1e-07"_s),
@@ -291,6 +291,9 @@ void tst_OpenView::storedValuesAreSent()
             sensorFrame(u"setProximitySensorValue"_s, u"int32:5"_s),
             sensorFrame(u"setTapSensorValue"_s, u"int32:8"_s),
         };
+    // The latitude does not convert.
+    const QStringList expected =
+        framesOfConnection(sensors, framesOfGpsSetup(u"double:0.0000000 double:-30.3141300 double:12.50"_s));
     QTRY_COMPARE_GE_WITH_TIMEOUT(m_fixture->frames().size(), expected.size(), deadline);
     QCOMPARE(m_fixture->frames(), expected);
 }
@@ -299,7 +302,7 @@ void tst_OpenView::openingAgainOnlyShows()
 {
     QVERIFY(m_fixture->startSsh());
     openView();
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), 15, deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), connectionFrameCount, deadline);
     QVERIFY(view()->isVisible());
 
     QSignalSpy showedSpy(plugin(), SIGNAL(emulationManagementViewShowed()));
@@ -421,7 +424,7 @@ void tst_OpenView::connectionsAccumulate()
 {
     QVERIFY(m_fixture->startSsh());
     openView();
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), 15, deadline);
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), connectionFrameCount, deadline);
 
     const QStringList once = framesForAllSensors(u"enableSensor"_s);
     const auto changeDeviceModel = [this] { Q_EMIT m_fixture->emulator()->deviceModelNameChanged(u"no such model"_s); };

@@ -12,7 +12,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 qmllint=/usr/lib/qt6/bin/qmllint
 
 mapfile -d '' -t documents < <(git ls-files -z 'src/resources/*.qml')
-mapfile -d '' -t scripts < <(git ls-files -z 'src/resources/*.js')
+mapfile -d '' -t scripts < <(git ls-files -z 'src/resources/*.js' 'tests/*.js')
 mapfile -d '' -t tests < <(git ls-files -z 'tests/*.qml')
 if ((${#documents[@]} == 0 || ${#scripts[@]} == 0 || ${#tests[@]} == 0)); then
     echo "no documents found" >&2

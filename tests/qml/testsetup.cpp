@@ -5,6 +5,8 @@
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QDir>
+#include <QFile>
 #include <QMetaEnum>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -13,6 +15,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -95,6 +98,62 @@ int Eyes::changedPixels(const QImage &one, const QImage &other) const
     return changed;
 }
 
+QUrl Files::write(const QString &name, const QString &text, int times)
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("Cannot write %s", qPrintable(file.fileName()));
+    const QByteArray bytes = text.toUtf8();
+    for (int i = 0; i < times; ++i)
+        file.write(bytes);
+    return url(name);
+}
+
+QUrl Files::writeBytes(const QString &name, const QList<int> &bytes)
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("Cannot write %s", qPrintable(file.fileName()));
+    for (const int byte : bytes)
+        file.putChar(char(byte));
+    return url(name);
+}
+
+QUrl Files::makeFolder(const QString &name)
+{
+    QDir(m_folder.path()).mkpath(name);
+    return url(name);
+}
+
+QUrl Files::makeLinkToItself(const QString &name)
+{
+    QFile::link(name, m_folder.filePath(name));
+    return url(name);
+}
+
+QUrl Files::url(const QString &name) const
+{
+    return QUrl::fromLocalFile(m_folder.filePath(name));
+}
+
+void Watchdog::start()
+{
+    m_longest = 0;
+    m_sinceTick.start();
+    m_timer.start(std::chrono::milliseconds(5), this);
+}
+
+qint64 Watchdog::longestSilence()
+{
+    m_timer.stop();
+    return std::max(m_longest, m_sinceTick.elapsed());
+}
+
+void Watchdog::timerEvent([[maybe_unused]] QTimerEvent *event)
+{
+    m_longest = std::max(m_longest, m_sinceTick.restart());
+}
+
 void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
 {
     connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
@@ -107,4 +166,6 @@ void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
     engine->rootContext()->setContextProperty(u"messageBoxes"_s, &m_messageBoxes);
     engine->rootContext()->setContextProperty(u"screenReader"_s, &m_screenReader);
     engine->rootContext()->setContextProperty(u"eyes"_s, &m_eyes);
+    engine->rootContext()->setContextProperty(u"files"_s, &m_files);
+    engine->rootContext()->setContextProperty(u"watchdog"_s, &m_watchdog);
 }

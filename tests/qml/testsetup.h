@@ -6,8 +6,12 @@
 #include "utils/messageboxanswerer.h"
 #include "view/viewhost.h"
 
+#include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QObject>
+#include <QTemporaryDir>
+#include <QUrl>
 #include <QVariant>
 
 class QQmlEngine;
@@ -59,6 +63,48 @@ public:
     Q_INVOKABLE int changedPixels(const QImage &one, const QImage &other) const;
 };
 
+/// Files in a folder that goes with the test.
+class Files : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// A file that holds the text so many times; its address.
+    Q_INVOKABLE QUrl write(const QString &name, const QString &text, int times = 1);
+    Q_INVOKABLE QUrl writeBytes(const QString &name, const QList<int> &bytes);
+    Q_INVOKABLE QUrl makeFolder(const QString &name);
+    /// A link that leads nowhere but to itself: nobody can read it.
+    Q_INVOKABLE QUrl makeLinkToItself(const QString &name);
+    /// The address under which there would be such a file.
+    Q_INVOKABLE QUrl url(const QString &name) const;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// How long the window does not answer.
+class Watchdog : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    Q_INVOKABLE void start();
+    /// The longest time between two looks at the events since the start, in milliseconds.
+    Q_INVOKABLE qint64 longestSilence();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    QBasicTimer m_timer;
+    QElapsedTimer m_sinceTick;
+    qint64 m_longest = 0;
+};
+
 /// Gives every test document the view's surroundings and notes what the engine warns of.
 class TestSetup : public QObject
 {
@@ -75,5 +121,7 @@ private:
     MessageBoxes m_messageBoxes;
     ScreenReader m_screenReader;
     Eyes m_eyes;
+    Files m_files;
+    Watchdog m_watchdog;
     int m_warnings = 0;
 };

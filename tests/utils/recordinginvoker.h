@@ -44,7 +44,8 @@ public:
     int clients() const { return int(m_clients.size()); }
 
     /// Answers a frame with a text: those rules that are set, nothing else.
-    void setAnswer(const QString &frame, const QString &reply);
+    Q_INVOKABLE void setAnswer(const QString &frame, const QString &reply);
+    Q_INVOKABLE void clearAnswers() { m_answers.clear(); }
 
 Q_SIGNALS:
     void frameReceived(const QString &frame);

@@ -13,6 +13,7 @@ from gi.repository import GLib
 from session import Emulator
 
 INVOKER_LOG = "/var/log/remote-dbus-invoker.log"
+GPS = "ru.kelo.GeoclueEmulationManagement"
 SENSORS = "ru.kelo.SensorfwEmulationManagement"
 
 
@@ -53,6 +54,9 @@ class Guest:
 
     def sensors(self) -> dict[str, Any]:
         return self.properties(SENSORS)
+
+    def gps(self) -> dict[str, Any]:
+        return self.properties(GPS)
 
     def call_sensors(self, method: str, *arguments: str) -> None:
         """Calls the sensor service from inside, past the invoker."""

@@ -15,6 +15,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from session import Session  # noqa: E402
+from tracks import write_tracks  # noqa: E402
 
 
 def main() -> int:
@@ -38,8 +39,11 @@ def main() -> int:
 def open_session(session: Session) -> int:
     try:
         session.prepare()
+        tracks = session.directory / "tracks"
+        write_tracks(tracks)
         session.start_ide()
-        print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.", flush=True)
+        print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.")
+        print(f"Sample tracks for its GPS page are in {tracks}.", flush=True)
         assert session.ide
         code = session.ide.wait()
         session.ide = None

@@ -11,6 +11,7 @@ from __future__ import annotations
 import argparse
 import shutil
 import sys
+import tempfile
 import time
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
@@ -18,10 +19,12 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from desktop import Desktop, Timeout, wait_for  # noqa: E402
+from gps import GpsPage  # noqa: E402
 from guest import Guest  # noqa: E402
 from ide import Ide  # noqa: E402
 from sensors import SensorPages  # noqa: E402
 from session import Session, connections  # noqa: E402
+from tracks import write_tracks  # noqa: E402
 
 SUBMENU = "Velmo OS"
 # What a user left behind the last time; the guest must hold it once the window is open.
@@ -100,7 +103,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Window shown", f"window {window}, {ide.geometry(window)}", desktop)
 
     wait_for("a connection to port 5454", lambda: connections(5454) > 0, 60)
-    frames = wait_for("the frames of the connection", lambda: len(guest.frames()) >= 15 and guest.frames(), 60)
+    frames = wait_for("the frames of the connection", lambda: len(guest.frames()) >= 25 and guest.frames(), 60)
     tour.step("WebSocket connected", f"the invoker has got {len(frames)} requests, the first is {frames[0]!r}")
 
     wanted = {
@@ -111,6 +114,9 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
     show_sensor_pages(tour, desktop, ide, guest)
+    with tempfile.TemporaryDirectory(prefix="tracks-") as folder:
+        write_tracks(Path(folder))
+        show_gps_page(tour, desktop, ide, guest, Path(folder) / "walk-gga.nmea")
 
     code = ide.quit()
     if code:
@@ -121,7 +127,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
 def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> None:
     pages = SensorPages(ide, guest)
     calls = pages.calls
-    calls.start_behind(guest.frames())
+    calls.start_here()
 
     def in_the_guest(**wanted: object) -> str:
         state = wait_for(f"{wanted} in the guest", lambda: guest.sensors_when(wanted), 60)
@@ -174,6 +180,42 @@ def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> N
         f"{', '.join(remaining)} stay; the guest has {', '.join(enabled)}",
         desktop,
     )
+
+
+def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: Path) -> None:
+    page = GpsPage(ide, guest)
+    calls = page.calls
+    calls.start_here()
+    page.show()
+
+    def in_the_guest() -> str:
+        state = guest.gps()
+        place = f"the guest is at {state['latitude']:.5f} {state['longitude']:.5f}, {state['altitude']:.1f} m"
+        if not state["trackLength"]:
+            return place
+        return f"{place}, point {state['trackIndex'] + 1} of {state['trackLength']}, {state['trackState']}"
+
+    page.type_number("Latitude", "59.93863")
+    page.type_number("Longitude", "30.31413")
+    page.click("button", "Set the position")
+    tour.step("Position set", f"{calls.take(1)[-1]!r}; {in_the_guest()}")
+
+    page.open_track(track)
+    wait_for("the track in the guest", lambda: guest.gps()["trackLength"] > 0, 60)
+    tour.step("Track opened", f"{len(calls.take(4))} calls; {in_the_guest()}", desktop)
+
+    page.choose_speed("5x")
+    page.click("button", "Play")
+    desktop.move(*page.control("", "Coordinate").rectangle.centre)  # no hint in the picture
+    wait_for("the guest to come along", lambda: guest.gps()["trackIndex"] >= 20, 60)
+    tour.step("Track played", f"{len(calls.take(1))} calls; {in_the_guest()}", desktop)
+
+    page.click("button", "Pause")
+    wait_for("the guest to wait", lambda: guest.gps()["trackState"] == "paused", 60)
+    tour.step("Track paused", in_the_guest())
+    page.click("button", "Stop")
+    wait_for("the guest to stop", lambda: guest.gps()["trackState"] == "stopped", 60)
+    tour.step("Track stopped", in_the_guest())
 
 
 def main() -> int:

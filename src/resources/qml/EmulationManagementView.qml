@@ -188,6 +188,8 @@ Rectangle {
         id: gpsManagementPage
 
         objectName: "gpsManagementPage"
+        errorBox: errorDialog
+        messageBox: messageDialog
         anchors.fill: pageArea
     }
 

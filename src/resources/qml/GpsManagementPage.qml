@@ -4,18 +4,569 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Controls
+import QtQuick.Dialogs
+import QtQuick.Layouts
+import org.quova 1.0
 
+// Sets the emulator's position, and moves it along a track. The track's clock runs here: the emulator plays the track
+// too, but is told the current point all the time.
 ManagementPage {
     id: root
 
-    Accessible.name: qsTr("GPS Management")
+    required property MessageDialog errorBox
+    required property MessageDialog messageBox
+    readonly property GPSEmulationManager manager: gpsEmulationManager // qmllint disable unqualified
 
-    PageTitle {
-        anchors {
-            left: parent.left
-            top: parent.top
-            margins: 15
+    readonly property var locale: Qt.locale("en_US")
+    readonly property double latitudeMinValue: -90
+    readonly property double latitudeMaxValue: 90
+    readonly property double longitudeMinValue: -180
+    readonly property double longitudeMaxValue: 180
+    readonly property double altitudeMinValue: -1000
+    readonly property double altitudeMaxValue: 10000
+    readonly property int altRoundingSize: 2
+    readonly property int latLongRoundingSize: 7
+    readonly property int defaultInterval: 2000
+    readonly property var trackSpeedList: [1, 2, 3, 4, 5].map(speed => ({
+                key: speed + "x",
+                value: speed
+            }))
+
+    property var actualTrackPoints: []
+    property bool onlyDefaultInterval: false
+    property bool trackStopped: true
+    property string nmeaFileUrl: ""
+
+    readonly property bool hasTrack: trackTableModel.rowCount > 0
+    readonly property int lastRow: trackTableModel.rowCount - 1
+
+    QtObject {
+        id: loading
+
+        property var request: null
+
+        // Ends without a word what is being read or parsed.
+        function cancel() {
+            const running = request;
+            request = null;
+            if (running)
+                running.abort();
+            nmeaLogLoader.cancel();
         }
-        text: qsTr("GPS Management")
+    }
+
+    // --- A track's file ---------------------------------------------------------------------------------------------
+
+    function openFile(url: url) {
+        nmeaFileUrl = url;
+        loading.cancel(); // a file that takes long must not come after the one chosen later
+        const request = new XMLHttpRequest(); // qmllint disable unqualified
+        loading.request = request;
+        request.onreadystatechange = () => {
+            if (request.readyState === XMLHttpRequest.DONE && request === loading.request) {
+                // qmllint disable unqualified
+                loading.request = null;
+                loadNmeaLog(request.responseText);
+            }
+        };
+        request.open("GET", url);
+        request.send();
+    }
+
+    // Goes on when the text is parsed, which takes a while for a long log.
+    function loadNmeaLog(text: string) {
+        nmeaLogLoader.load(text);
+    }
+
+    function showTrack(points: var) {
+        loadTableRows(points);
+        loadTrackPoints(points);
+        // Asked of the table's rows, which have the columns' titles for fields and no "time" among them: so the answer
+        // is no for every track, and two rows are enough to tell.
+        if (NmeaParsing.trackHasPointsWithoutDateTime(trackTableModel.firstRows(2))) {
+            onlyDefaultInterval = true;
+            manager.setTrackIntervalMode(true);
+        }
+        manager.currentPositionIndex = 0;
+        selectRow(0);
+        setCurrentTrackPointAsCurrentCoordinate();
+        if (hasTrack) {
+            stopTrack();
+            manager.loadTrack(actualTrackPoints);
+        }
+    }
+
+    function showError(message: string, line: int) {
+        clearTrack();
+        errorBox.text = line > 0 ? qsTr("%1, line: %2").arg(message).arg(line) : message;
+        errorBox.open();
+    }
+
+    function loadTableRows(points: var) {
+        if (hasTrack)
+            trackTableModel.clear();
+        trackTableModel.appendPoints(points);
+    }
+
+    function loadTrackPoints(points: var) {
+        actualTrackPoints = trackTableModel.playerTrackPoints(points);
+    }
+
+    function clearTrack() {
+        stopTrackTimer();
+        progressSlider.playsOn = false; // it lets go when it is switched off
+        trackTableModel.clear();
+    }
+
+    // --- Playback ---------------------------------------------------------------------------------------------------
+
+    // Starts the wait for the next point.
+    function runTrackTimer() {
+        const index = manager.currentPositionIndex;
+        if (index < lastRow) {
+            const interval = manager.useDefaultInterval ? defaultInterval : trackTableModel.playerTrackPoint(index + 1).interval;
+            startTrackTimer(interval / manager.trackSpeed);
+        } else if (manager.trackLooped) {
+            startTrackTimer(defaultInterval); // whatever the speed
+        }
+    }
+
+    function startTrackTimer(wait: real) {
+        const longest = 2147483647;
+        trackTimer.interval = wait >= 1 ? Math.min(Math.trunc(wait), longest) : 1;
+        trackTimer.restart();
+    }
+
+    function stopTrackTimer() {
+        trackTimer.stop();
+    }
+
+    function goToNextPoint() {
+        const index = manager.currentPositionIndex;
+        manager.currentPositionIndex = index >= lastRow ? 0 : index + 1;
+        if (manager.currentPositionIndex < lastRow || manager.trackLooped)
+            runTrackTimer();
+        else
+            synchronize(); // the timer stops before it would tell the last point
+        trackTable.showCurrentRow(); // the timer stands still until here, so choosing the row has not
+    }
+
+    function synchronize() {
+        manager.goToPositionOnTrack(manager.currentPositionIndex);
+    }
+
+    function startTrack() {
+        if (manager.currentPositionIndex === lastRow)
+            manager.stopTrack(); // back to the first point
+        manager.startTrack();
+        runTrackTimer();
+    }
+
+    function pauseTrack() {
+        manager.pauseTrack();
+        manager.goToPositionOnTrack(manager.currentPositionIndex);
+        stopTrackTimer();
+    }
+
+    // While it plays on a later point, the step back to the first starts it again for a moment.
+    function stopTrack() {
+        manager.stopTrack();
+        stopTrackTimer();
+    }
+
+    // --- The current point ------------------------------------------------------------------------------------------
+
+    function selectRow(row: int) {
+        trackTable.currentRow = row;
+        if (trackTimer.running)
+            trackTable.showCurrentRow();
+    }
+
+    // Here and in the settings: the emulator knows it from the track.
+    function setCurrentTrackPointAsCurrentCoordinate() {
+        if (!hasTrack)
+            return;
+        const point = trackTableModel.playerTrackPoint(manager.currentPositionIndex);
+        manager.setLocalPosition(Number(point.latitude), Number(point.longitude), Number(point.altitude));
+    }
+
+    function handleIndexChanged() {
+        if (!hasTrack)
+            return;
+        selectRow(manager.currentPositionIndex);
+        setCurrentTrackPointAsCurrentCoordinate();
+        if (manager.currentPositionIndex >= lastRow && !manager.trackLooped)
+            trackStopped = true;
+    }
+
+    function handleRowChanged() {
+        if (!hasTrack || trackTable.currentRow < 0)
+            return;
+        if (!manager.trackLoaded) // the emulator was connected anew
+            manager.loadTrack(actualTrackPoints);
+        manager.goToPositionOnTrack(trackTable.currentRow);
+        if (trackTimer.running) {
+            stopTrackTimer();
+            startTrack();
+        }
+    }
+
+    // Whatever call it answers. Without a track there is nothing to give up, and the stop that a broken service refuses
+    // must not lead to the next one.
+    function handleReply(reply: string) {
+        if (reply === "OK" || (!hasTrack && nmeaFileUrl === ""))
+            return;
+        loading.cancel();
+        stopTrack();
+        nmeaFileUrl = "";
+        clearTrack();
+    }
+
+    // --- Numbers ----------------------------------------------------------------------------------------------------
+
+    function degreesText(degrees: double): string {
+        return degrees.toLocaleString(locale, "f", latLongRoundingSize);
+    }
+
+    function metresText(metres: double): string {
+        return metres.toLocaleString(locale, "f", altRoundingSize);
+    }
+
+    Accessible.name: qsTr("GPS Management")
+    onOnlyDefaultIntervalChanged: {
+        if (onlyDefaultInterval) {
+            messageBox.text = qsTr("The loaded NMEA file has no temporal information. Thus you cannot play it at its own speed.");
+            messageBox.open();
+        }
+    }
+
+    Connections {
+        target: root.manager
+
+        function onCurrentPositionIndexChanged() {
+            root.handleIndexChanged();
+        }
+
+        function onReplyFromEmulatorReceived(reply: string) {
+            root.handleReply(reply);
+        }
+    }
+
+    NmeaLogLoader {
+        id: nmeaLogLoader
+
+        objectName: "nmeaLogLoader"
+        onLoaded: points => root.showTrack(points)
+        onFailed: (message, incorrectLine) => root.showError(message, incorrectLine)
+    }
+
+    TrackTableModel {
+        id: trackTableModel
+
+        objectName: "trackTableModel"
+    }
+
+    Timer {
+        id: trackTimer
+
+        objectName: "trackTimer"
+        onTriggered: root.goToNextPoint()
+    }
+
+    // Keeps its rhythm from row to row: while the timer of the track fires, nobody has been told yet that it has ended,
+    // and then it runs again.
+    Timer {
+        id: syncTimer
+
+        objectName: "syncTimer"
+        interval: 100
+        repeat: true
+        running: trackTimer.running
+        onTriggered: root.synchronize()
+    }
+
+    FileDialog {
+        id: fileDialog
+
+        objectName: "fileDialog"
+        title: qsTr("Open NMEA File")
+        nameFilters: [qsTr("NMEA files (*.nmea)")]
+        fileMode: FileDialog.OpenFile
+        onAccepted: root.openFile(selectedFile)
+    }
+
+    PageScrollView {
+        id: scrollView
+
+        objectName: "scrollView"
+        contentWidth: 620
+        contentHeight: column.implicitHeight
+
+        Column {
+            id: column
+
+            width: 620
+            padding: 15
+            spacing: 15
+
+            PageTitle {
+                text: qsTr("Current Position")
+            }
+
+            CurrentPosition {
+                latitude: root.degreesText(root.manager.currentPosition.latitude)
+                longitude: root.degreesText(root.manager.currentPosition.longitude)
+                altitude: root.metresText(root.manager.currentPosition.altitude)
+            }
+
+            PageTitle {
+                text: qsTr("Coordinate")
+            }
+
+            Row {
+                spacing: 10
+
+                CoordinateField {
+                    id: latitudeField
+
+                    fieldName: "latitudeField"
+                    label: qsTr("Latitude")
+                    locale: root.locale
+                    minValue: root.latitudeMinValue
+                    maxValue: root.latitudeMaxValue
+                    decimals: root.latLongRoundingSize
+                    onSubmitted: value => root.manager.setLatitude(value)
+                }
+
+                CoordinateField {
+                    id: longitudeField
+
+                    fieldName: "longitudeField"
+                    label: qsTr("Longitude")
+                    locale: root.locale
+                    minValue: root.longitudeMinValue
+                    maxValue: root.longitudeMaxValue
+                    decimals: root.latLongRoundingSize
+                    onSubmitted: value => root.manager.setLongitude(value)
+                }
+
+                CoordinateField {
+                    id: altitudeField
+
+                    fieldName: "altitudeField"
+                    label: qsTr("Altitude")
+                    locale: root.locale
+                    minValue: root.altitudeMinValue
+                    maxValue: root.altitudeMaxValue
+                    decimals: root.altRoundingSize
+                    onSubmitted: value => root.manager.setAltitude(value)
+                }
+
+                Button {
+                    id: setPositionButton
+
+                    objectName: "setPositionButton"
+                    text: qsTr("Set")
+                    Accessible.name: qsTr("Set the position")
+                    onClicked: {
+                        if (trackTimer.running)
+                            root.pauseTrack();
+                        root.manager.setPosition(latitudeField.value, longitudeField.value, altitudeField.value);
+                    }
+                }
+            }
+
+            PageTitle {
+                text: qsTr("Track")
+            }
+
+            Column {
+                width: 450
+                spacing: 5
+
+                RowLayout {
+                    width: parent.width
+                    spacing: 5
+
+                    Label {
+                        text: qsTr("Track file")
+                    }
+
+                    TextField {
+                        id: trackFileField
+
+                        objectName: "trackFileField"
+                        readOnly: true
+                        selectByMouse: true
+                        text: root.nmeaFileUrl
+                        Layout.fillWidth: true
+                        Accessible.name: qsTr("Track file")
+                    }
+
+                    BusyIndicator {
+                        id: loadingIndicator
+
+                        objectName: "loadingIndicator"
+                        running: nmeaLogLoader.busy
+                        visible: running
+                        Layout.preferredWidth: openFileButton.height
+                        Layout.preferredHeight: openFileButton.height
+                        Accessible.name: qsTr("The track file is being read")
+                    }
+
+                    Button {
+                        id: openFileButton
+
+                        objectName: "openFileButton"
+                        text: qsTr("…")
+                        Layout.preferredWidth: 40
+                        Accessible.name: qsTr("Open a track file")
+                        onClicked: fileDialog.open()
+                    }
+                }
+
+                RowLayout {
+                    width: parent.width
+                    spacing: 5
+                    enabled: root.hasTrack
+
+                    Label {
+                        text: qsTr("Track progress")
+                    }
+
+                    Slider {
+                        id: progressSlider
+
+                        property bool playsOn: false
+
+                        objectName: "progressSlider"
+                        enabled: root.lastRow > 0
+                        from: 0
+                        to: root.lastRow > 0 ? root.lastRow : 1
+                        stepSize: 1
+                        snapMode: Slider.SnapAlways
+                        value: root.lastRow === 0 ? 1 : root.manager.currentPositionIndex
+                        Layout.fillWidth: true
+                        Accessible.name: qsTr("Track progress")
+                        Accessible.description: progressLabel.text
+                        onMoved: {
+                            // Choosing the row tells the emulator, too.
+                            root.selectRow(value);
+                            root.manager.goToPositionOnTrack(value);
+                        }
+                        onPressedChanged: {
+                            if (pressed) {
+                                playsOn = trackTimer.running;
+                                root.stopTrackTimer();
+                            } else if (playsOn) {
+                                root.startTrack();
+                            }
+                        }
+                    }
+
+                    Label {
+                        id: progressLabel
+
+                        objectName: "progressLabel"
+                        horizontalAlignment: Text.AlignRight
+                        text: qsTr("%1%").arg((progressSlider.value / progressSlider.to * 100).toLocaleString(root.locale, "f", 2))
+                        Layout.preferredWidth: 5 * fontMetrics.height
+
+                        FontMetrics {
+                            id: fontMetrics
+
+                            font: progressLabel.font
+                        }
+                    }
+                }
+
+                Row {
+                    spacing: 10
+                    enabled: root.hasTrack
+
+                    PlayerButton {
+                        id: playButton
+
+                        objectName: "playButton"
+                        enabled: !trackTimer.running
+                        icon.source: "qrc:/emulationmanagement/play.png"
+                        name: qsTr("Play")
+                        onClicked: {
+                            root.trackStopped = false;
+                            root.startTrack();
+                        }
+                    }
+
+                    PlayerButton {
+                        id: pauseButton
+
+                        objectName: "pauseButton"
+                        enabled: trackTimer.running
+                        icon.source: "qrc:/emulationmanagement/pause.png"
+                        name: qsTr("Pause")
+                        onClicked: root.pauseTrack()
+                    }
+
+                    PlayerButton {
+                        id: stopButton
+
+                        objectName: "stopButton"
+                        enabled: !root.trackStopped
+                        icon.source: "qrc:/emulationmanagement/stop.png"
+                        name: qsTr("Stop")
+                        onClicked: {
+                            root.trackStopped = true;
+                            root.stopTrack();
+                        }
+                    }
+
+                    ComboBox {
+                        id: speedBox
+
+                        objectName: "speedBox"
+                        width: 80
+                        model: root.trackSpeedList
+                        textRole: "key"
+                        valueRole: "value"
+                        currentIndex: root.manager.trackSpeed - 1
+                        Accessible.name: qsTr("Track speed")
+                        Accessible.description: displayText
+                        onActivated: root.manager.setTrackSpeed(currentValue)
+                    }
+
+                    CheckBox {
+                        id: ownSpeedCheckBox
+
+                        objectName: "ownSpeedCheckBox"
+                        enabled: !root.onlyDefaultInterval
+                        checked: !root.manager.useDefaultInterval
+                        text: qsTr("Use own track speed")
+                        Accessible.name: text
+                        onClicked: root.manager.setTrackIntervalMode(!checked)
+                    }
+
+                    CheckBox {
+                        id: loopCheckBox
+
+                        objectName: "loopCheckBox"
+                        checked: root.manager.trackLooped
+                        text: qsTr("Loop track")
+                        Accessible.name: text
+                        onClicked: root.manager.setTrackLooped(checked)
+                    }
+                }
+            }
+
+            TrackTable {
+                id: trackTable
+
+                objectName: "trackTable"
+                width: 590
+                height: Math.max(100, root.height - y - 15)
+                model: trackTableModel
+                onCurrentRowChanged: root.handleRowChanged()
+            }
+        }
     }
 }

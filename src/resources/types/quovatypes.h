@@ -6,6 +6,13 @@
 // What the plugin registers as "org.quova" 1.0 at run time, described for the QML compiler and for qmllint. Nothing of
 // this is linked: the descriptions are generated from the classes themselves.
 
+#include "gps/gpsemulationmanager.h"
+#include "gps/nmealogloader.h"
+#include "gps/nmeaparsing.h"
+#include "gps/playertrackpoint.h"
+#include "gps/positionmodel.h"
+#include "gps/trackpoint.h"
+#include "gps/tracktablemodel.h"
 #include "plugin/warningdialog.h"
 #include "remote/emulationmanager.h"
 #include "sensors/accelerometermodel.h"
@@ -48,6 +55,36 @@ struct WarningDialogDescription
     QML_NAMED_ELEMENT(WarningDialog)
 };
 
+struct NmeaLogLoaderDescription
+{
+    Q_GADGET
+    QML_FOREIGN(NmeaLogLoader)
+    QML_NAMED_ELEMENT(NmeaLogLoader)
+};
+
+struct NmeaParsingDescription
+{
+    Q_GADGET
+    QML_FOREIGN(NmeaParsing)
+    QML_NAMED_ELEMENT(NmeaParsing)
+    QML_SINGLETON
+};
+
+struct TrackPointDescription
+{
+    Q_GADGET
+    QML_FOREIGN(TrackPoint)
+    QML_ANONYMOUS
+};
+
+struct TrackPointsDescription
+{
+    Q_GADGET
+    QML_FOREIGN(QList<TrackPoint>)
+    QML_ANONYMOUS
+    QML_SEQUENTIAL_CONTAINER(TrackPoint)
+};
+
 struct AlsModelDescription
 {
     Q_GADGET
@@ -62,6 +99,35 @@ struct TapModelDescription
     QML_FOREIGN(TapModel)
     QML_NAMED_ELEMENT(TapModel)
     QML_UNCREATABLE("Could not create the TapModel instance")
+};
+
+struct GPSEmulationManagerDescription
+{
+    Q_GADGET
+    QML_FOREIGN(GPSEmulationManager)
+    QML_NAMED_ELEMENT(GPSEmulationManager)
+    QML_UNCREATABLE("The plugin owns the only one")
+};
+
+struct PlayerTrackPointDescription
+{
+    Q_GADGET
+    QML_FOREIGN(PlayerTrackPoint)
+    QML_VALUE_TYPE(playerTrackPoint)
+};
+
+struct TrackTableModelDescription
+{
+    Q_GADGET
+    QML_FOREIGN(TrackTableModel)
+    QML_NAMED_ELEMENT(TrackTableModel)
+};
+
+struct PositionModelDescription
+{
+    Q_GADGET
+    QML_FOREIGN(PositionModel)
+    QML_ANONYMOUS
 };
 
 struct AccelerometerModelDescription

@@ -3,6 +3,7 @@
 
 #include "view/viewhost.h"
 
+#include "gps/gpsemulationmanager.h"
 #include "plugin/qmlsetup.h"
 #include "sensors/sensorsemulationmanager.h"
 
@@ -53,6 +54,7 @@ ViewHost::ViewHost()
 
 ViewHost::~ViewHost()
 {
+    m_gps.reset();
     m_sensors.reset(); // writes the settings
     theMainWindow = nullptr;
 }
@@ -114,12 +116,26 @@ void ViewHost::setUp(QQmlContext *context)
 
 void ViewHost::startAnew()
 {
+    m_gps.reset();
     m_sensors.reset();
     ExtensionSystem::PluginManager::settings()->clear();
+    m_gps = std::make_unique<GPSEmulationManager>();
     m_sensors = std::make_unique<SensorsEmulationManager>(nullptr);
+    // The plugin binds the GPS manager twice.
+    m_gps->setRdbusinvoker(&m_channel);
     m_sensors->setRdbusinvoker(&m_channel);
+    m_gps->setRdbusinvoker(&m_channel);
+    m_context->setContextProperty(u"gpsEmulationManager"_s, m_gps.get());
     m_context->setContextProperty(u"sensorsEmulationManager"_s, m_sensors.get());
     takeFrames();
+}
+
+void ViewHost::reconnect()
+{
+    const int before = m_invoker.connections();
+    m_invoker.dropClients();
+    if (!QTest::qWaitFor([&] { return m_invoker.connections() > before && m_invoker.clients() == 1; }, 30'000))
+        qFatal("The channel does not come back.");
 }
 
 void ViewHost::setSensorAvailable(const QString &sensorName, bool available)

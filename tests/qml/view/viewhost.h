@@ -17,8 +17,9 @@ class QQmlContext;
 class QTemporaryDir;
 
 namespace EmulationManagement::Internal {
+class GPSEmulationManager;
 class SensorsEmulationManager;
-}
+} // namespace EmulationManagement::Internal
 
 namespace ExtensionSystem {
 class PluginManager;
@@ -46,12 +47,15 @@ public:
 
     TestUtils::RecordingInvoker *invoker() { return &m_invoker; }
     EmulationManagement::Internal::RemoteDBusInvokerService *channel() { return &m_channel; }
+    EmulationManagement::Internal::GPSEmulationManager *gps() { return m_gps.get(); }
     EmulationManagement::Internal::SensorsEmulationManager *sensors() { return m_sensors.get(); }
 
     /// Every frame sent since the last call, in order. Frames still on their way are waited for.
     Q_INVOKABLE QStringList takeFrames();
-    /// A new manager and empty settings, as at the very first start. Views made before must be gone.
+    /// New managers and empty settings, as at the very first start. Views made before must be gone.
     Q_INVOKABLE void startAnew();
+    /// Ends the connection from the far end; the channel comes back by itself. Waits until it is there.
+    Q_INVOKABLE void reconnect();
     /// What the emulator's mode has the plugin say.
     Q_INVOKABLE void setSensorAvailable(const QString &sensorName, bool available);
 
@@ -66,6 +70,7 @@ private:
     std::unique_ptr<QMainWindow> m_mainWindow;
     EmulationManagement::Internal::RemoteDBusInvokerService m_channel;
     TestUtils::RecordingInvoker m_invoker;
+    std::unique_ptr<EmulationManagement::Internal::GPSEmulationManager> m_gps;
     std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
     QPointer<QQmlContext> m_context;
     QPalette m_palette; // the desktop's

@@ -6,7 +6,9 @@
 #include <QLocale>
 #include <QTest>
 
+#include <cmath>
 #include <limits>
+#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace EmulationManagement::Internal;
@@ -24,6 +26,8 @@ private Q_SLOTS:
     void real();
     void realWithDecimals_data();
     void realWithDecimals();
+    void numbersAreThoseOfQString_data();
+    void numbersAreThoseOfQString();
     void joined();
     void ignoresTheLocale();
 };
@@ -111,6 +115,33 @@ void TestDBusArguments::realWithDecimals()
     QFETCH(double, value);
     QFETCH(int, decimals);
     QTEST(DBusArguments::real(value, decimals), "text");
+}
+
+// Most numbers are written by a way of our own, which must not show.
+void TestDBusArguments::numbersAreThoseOfQString_data()
+{
+    QTest::addColumn<int>("decimals");
+    for (int decimals = 0; decimals < 10; ++decimals)
+        QTest::addRow("%d decimals", decimals) << decimals;
+}
+
+void TestDBusArguments::numbersAreThoseOfQString()
+{
+    QFETCH(int, decimals);
+    std::mt19937_64 random(20261121U + unsigned(decimals));
+    std::uniform_real_distribution<double> exponent(-10, 16);
+    std::uniform_real_distribution<double> mantissa(-1, 1);
+    const double unit = std::pow(10.0, -decimals);
+    for (int i = 0; i < 20'000; ++i) {
+        const double number = mantissa(random) * std::pow(10.0, exponent(random));
+        const double rounded = std::round(number / unit) * unit;
+        const double tie = (std::floor(number / unit) + 0.5) * unit;
+        for (const double value :
+             {number, rounded, tie, std::nextafter(tie, 0), std::nextafter(tie, 1e300), std::floor(number)}) {
+            QCOMPARE(DBusArguments::real(value, decimals), u"double:%1"_s.arg(value, 0, 'f', decimals));
+            QCOMPARE(DBusArguments::real(value), u"double:%1"_s.arg(value));
+        }
+    }
 }
 
 void TestDBusArguments::joined()
