@@ -37,9 +37,6 @@ namespace {
 constexpr char showViewActionId[] = "EmulationManagement.ShowEmulationManagementView.Action";
 constexpr char toolsMenuId[] = "Vok.Tools.Menu";
 
-constexpr auto udpPortForwardingRule = "emulationmanagementudp"_L1;
-constexpr quint16 udpPort = 34343;
-
 // The only state of a virtual machine whose number matters here: running, and its SSH server answers.
 constexpr int connectedState = 4;
 
@@ -67,6 +64,7 @@ bool EmulationManagementPlugin::initialize(
     repeatContextProperties();
     setupView();
     setupMenuAction();
+    setupStreamsEnd();
     return true;
 }
 
@@ -142,6 +140,7 @@ void EmulationManagementPlugin::repeatContextProperties()
     QQmlContext *context = m_view.rootContext();
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
     context->setContextProperty(u"gpsEmulationManager"_s, &m_gpsEmulationManager);
+    context->setContextProperty(u"cameraEmulationManager"_s, &m_cameraEmulationManager);
 }
 
 void EmulationManagementPlugin::setupView()
@@ -165,6 +164,17 @@ void EmulationManagementPlugin::setupMenuAction()
     Core::ActionContainer *menu = Core::ActionManager::createMenu(toolsMenuId);
     menu->addAction(command);
     Core::ActionManager::actionContainer(Core::Constants::M_TOOLS)->addMenu(menu);
+}
+
+// Nobody watches the camera of an emulator whose view is hidden.
+void EmulationManagementPlugin::setupStreamsEnd()
+{
+    connect(&m_view, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (visible || !m_cameraEmulationManager.streamRunning())
+            return;
+        m_cameraEmulationManager.stopVideoStream();
+        m_cameraEmulationManager.stopCameraStream();
+    });
 }
 
 void EmulationManagementPlugin::showEmulationManagementView()
@@ -210,6 +220,7 @@ void EmulationManagementPlugin::showEmulationManagementView()
 
 void EmulationManagementPlugin::showView()
 {
+    m_cameraEmulationManager.setupCameraStreamPipeline();
     m_view.show();
     m_view.raise(); // it may show already, behind the IDE
 }
@@ -266,7 +277,7 @@ bool EmulationManagementPlugin::setUpPortForwarding()
 {
     Tarn::VirtualMachine *virtualMachine = m_emulator->virtualMachine();
     if (virtualMachine->hasPortForwarding(RemoteDBusInvokerService::hostTcpPort)
-        && virtualMachine->hasPortForwarding(udpPort)) {
+        && virtualMachine->hasPortForwarding(CameraEmulationManager::udpPort)) {
         return true;
     }
 
@@ -302,7 +313,11 @@ bool EmulationManagementPlugin::setUpPortForwarding()
         u"tcp"_s,
         RemoteDBusInvokerService::hostTcpPort,
         RemoteDBusInvokerService::emulatorTcpPort);
-    addRule(udpPortForwardingRule, u"udp"_s, udpPort, udpPort);
+    addRule(
+        CameraEmulationManager::portForwardingRule,
+        u"udp"_s,
+        CameraEmulationManager::udpPort,
+        CameraEmulationManager::udpPort);
     return true;
 }
 

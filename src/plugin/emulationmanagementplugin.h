@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
 #include "plugin/emulationmanagementpackageschecker.h"
 #include "remote/remotedbusinvokerservice.h"
@@ -52,6 +53,7 @@ private:
     void repeatContextProperties();
     void setupView();
     void setupMenuAction();
+    void setupStreamsEnd();
 
     void showEmulationManagementView();
     void showView();
@@ -75,6 +77,7 @@ private:
     RemoteDBusInvokerService m_remoteDBusInvokerService;
     GPSEmulationManager m_gpsEmulationManager;
     SensorsEmulationManager m_sensorsEmulationManager{nullptr};
+    CameraEmulationManager m_cameraEmulationManager;
     QQuickView m_view;
     QPointer<Tarn::Sdk> m_sdk;
     // Guarded: the SDK deletes an emulator that goes away, and only then may another one be the first.

@@ -3,6 +3,7 @@
 
 #include "plugin/qmlsetup.h"
 
+#include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
 #include "gps/nmealogloader.h"
 #include "gps/nmeaparsing.h"
@@ -56,6 +57,8 @@ void registerViewTypes()
     qmlRegisterUncreatableType<TapModel>(module, 1, 0, "TapModel", u"Could not create the TapModel instance"_s);
     qmlRegisterUncreatableType<GPSEmulationManager>(
         module, 1, 0, "GPSEmulationManager", u"The plugin owns the only one"_s);
+    qmlRegisterUncreatableType<CameraEmulationManager>(
+        module, 1, 0, "CameraEmulationManager", u"The plugin owns the only one"_s);
 }
 
 void setThemeContextProperties(QQmlContext *context)

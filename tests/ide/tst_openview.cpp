@@ -46,6 +46,11 @@ QStringList framesOfDefaultValues()
     };
 }
 
+QObject *cameraManager()
+{
+    return contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
+}
+
 bool hasRule(Tarn::VirtualMachine *machine, quint16 hostPort, const QString &expectedName)
 {
     QString name;
@@ -129,6 +134,7 @@ void tst_OpenView::startMachine()
 void tst_OpenView::preparesStartsChecksAndShows()
 {
     QSignalSpy showedSpy(plugin(), SIGNAL(emulationManagementViewShowed()));
+    QSignalSpy camerasSpy(cameraManager(), SIGNAL(cameraStreamSettingsApplied()));
     m_fixture->ssh().holdAnswers(true);
 
     openView();
@@ -142,9 +148,11 @@ void tst_OpenView::preparesStartsChecksAndShows()
     QTRY_COMPARE_WITH_TIMEOUT(m_fixture->ssh().commands(), QStringList{u"rpm -qa"_s}, deadline);
     QCOMPARE(m_fixture->connections(), 0);
     QVERIFY(!view()->isVisible());
+    QCOMPARE(camerasSpy.size(), 0);
 
     m_fixture->ssh().holdAnswers(false);
     QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
+    QCOMPARE(camerasSpy.size(), 1);
     QTRY_COMPARE_WITH_TIMEOUT(m_fixture->connections(), 1, deadline);
     QCOMPARE(m_fixture->ssh().commands().size(), 1);
     QCOMPARE(m_user.seen().size(), 0);
@@ -306,13 +314,16 @@ void tst_OpenView::openingAgainOnlyShows()
     QVERIFY(view()->isVisible());
 
     QSignalSpy showedSpy(plugin(), SIGNAL(emulationManagementViewShowed()));
+    QSignalSpy camerasSpy(cameraManager(), SIGNAL(cameraStreamSettingsApplied()));
     openView(); // while it shows
     QVERIFY(view()->isVisible());
+    QCOMPARE(camerasSpy.size(), 1);
     view()->close();
     QVERIFY(!view()->isVisible());
     openView();
     QVERIFY(view()->isVisible());
     QCOMPARE(showedSpy.size(), 2);
+    QCOMPARE(camerasSpy.size(), 2);
 
     QCOMPARE(m_fixture->framesOf([] {}), QStringList());
     QCOMPARE(m_fixture->connections(), 1);

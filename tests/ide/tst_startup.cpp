@@ -50,6 +50,7 @@ private Q_SLOTS:
     void enumerations();
     void localFilesCanBeReadFromQml();
     void hiddenViewIsLoaded();
+    void hidingTheWindowEndsAStream();
     void missingTranslationIsLogged();
 };
 
@@ -128,6 +129,7 @@ void tst_Startup::contextProperties()
     };
     QCOMPARE(className("remoteDBusInvokerService"), "EmulationManagement::Internal::RemoteDBusInvokerService");
     QCOMPARE(className("sensorsEmulationManager"), "EmulationManagement::Internal::SensorsEmulationManager");
+    QCOMPARE(className("cameraEmulationManager"), "CameraEmulationManager");
     QCOMPARE(contextProperty(u"emulationManagementPlugin"_s).value<QObject *>(), plugin());
 
     auto *manager = contextProperty(u"sensorsEmulationManager"_s).value<QObject *>();
@@ -227,6 +229,26 @@ void tst_Startup::hiddenViewIsLoaded()
     QVERIFY(!view()->isVisible());
     QCOMPARE(view()->parent(), nullptr);
     QCOMPARE(view()->transientParent(), nullptr);
+}
+
+void tst_Startup::hidingTheWindowEndsAStream()
+{
+    auto *manager = contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
+    QVERIFY(manager);
+    QSignalSpy runningSpy(manager, SIGNAL(streamRunningChanged()));
+    const auto isRunning = [&] { return manager->property("streamRunning").toBool(); };
+
+    view()->show();
+    view()->hide();
+    QCOMPARE(runningSpy.size(), 0); // nothing to end
+
+    view()->show();
+    QVERIFY(QMetaObject::invokeMethod(manager, "startCameraStream"));
+    QVERIFY(isRunning());
+    runningSpy.clear();
+    view()->hide();
+    QVERIFY(!isRunning());
+    QCOMPARE(runningSpy.size(), 2); // the video's and the camera's
 }
 
 // These tests run in the C locale, for which there is no file.

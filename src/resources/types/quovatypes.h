@@ -6,6 +6,7 @@
 // What the plugin registers as "org.quova" 1.0 at run time, described for the QML compiler and for qmllint. Nothing of
 // this is linked: the descriptions are generated from the classes themselves.
 
+#include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
 #include "gps/nmealogloader.h"
 #include "gps/nmeaparsing.h"
@@ -201,6 +202,14 @@ struct ProximityModelDescription
 };
 
 } // namespace EmulationManagement::Internal
+
+struct CameraEmulationManagerDescription
+{
+    Q_GADGET
+    QML_FOREIGN(CameraEmulationManager)
+    QML_NAMED_ELEMENT(CameraEmulationManager)
+    QML_UNCREATABLE("The plugin owns the only one")
+};
 
 struct TextFieldDoubleValidatorDescription
 {
