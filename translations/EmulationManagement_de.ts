@@ -41,8 +41,84 @@
 <context>
     <name>CameraManagementPage</name>
     <message>
+        <source>%1x%2</source>
+        <translation>%1x%2</translation>
+    </message>
+    <message>
+        <source>Could not determine the video codec of the video file. Supported codecs: VP8 and VP9.</source>
+        <translation>Der Video-Codec der Videodatei konnte nicht ermittelt werden. Unterstützte Codecs: VP8 und VP9.</translation>
+    </message>
+    <message>
+        <source>Camera emulation does not support %1. Supported codecs: VP8 and VP9.</source>
+        <translation>Die Kamera-Emulation unterstützt %1 nicht. Unterstützte Codecs: VP8 und VP9.</translation>
+    </message>
+    <message>
         <source>Camera Management</source>
         <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Open Video File</source>
+        <translation>Videodatei öffnen</translation>
+    </message>
+    <message>
+        <source>Video files (*.webm *.mkv)</source>
+        <translation>Videodateien (*.webm *.mkv)</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Host camera</source>
+        <translation>Kamera des Rechners</translation>
+    </message>
+    <message>
+        <source>Video file</source>
+        <translation>Videodatei</translation>
+    </message>
+    <message>
+        <source>Current values</source>
+        <translation>Aktuelle Werte</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Auflösung</translation>
+    </message>
+    <message>
+        <source>Framerate</source>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Set settings</source>
+        <translation>Einstellungen übernehmen</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a video file</source>
+        <translation>Eine Videodatei öffnen</translation>
+    </message>
+    <message>
+        <source>Start stream</source>
+        <translation>Stream starten</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Update cameras list</source>
+        <translation>Kameraliste aktualisieren</translation>
     </message>
 </context>
 <context>

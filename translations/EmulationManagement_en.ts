@@ -41,8 +41,84 @@
 <context>
     <name>CameraManagementPage</name>
     <message>
+        <source>%1x%2</source>
+        <translation>%1x%2</translation>
+    </message>
+    <message>
+        <source>Could not determine the video codec of the video file. Supported codecs: VP8 and VP9.</source>
+        <translation>Could not determine the video codec of the video file. Supported codecs: VP8 and VP9.</translation>
+    </message>
+    <message>
+        <source>Camera emulation does not support %1. Supported codecs: VP8 and VP9.</source>
+        <translation>Camera emulation does not support %1. Supported codecs: VP8 and VP9.</translation>
+    </message>
+    <message>
         <source>Camera Management</source>
         <translation>Camera Management</translation>
+    </message>
+    <message>
+        <source>Open Video File</source>
+        <translation>Open Video File</translation>
+    </message>
+    <message>
+        <source>Video files (*.webm *.mkv)</source>
+        <translation>Video files (*.webm *.mkv)</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>Host camera</source>
+        <translation>Host camera</translation>
+    </message>
+    <message>
+        <source>Video file</source>
+        <translation>Video file</translation>
+    </message>
+    <message>
+        <source>Current values</source>
+        <translation>Current values</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Camera</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Resolution</translation>
+    </message>
+    <message>
+        <source>Framerate</source>
+        <translation>Framerate</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>Set settings</source>
+        <translation>Set settings</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a video file</source>
+        <translation>Open a video file</translation>
+    </message>
+    <message>
+        <source>Start stream</source>
+        <translation>Start stream</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Update cameras list</source>
+        <translation>Update cameras list</translation>
     </message>
 </context>
 <context>

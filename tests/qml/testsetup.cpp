@@ -3,6 +3,9 @@
 
 #include "testsetup.h"
 
+#include "utils/pipelinerecorder.h"
+#include "utils/testmedia.h"
+
 #include <QAccessible>
 #include <QCheckBox>
 #include <QDir>
@@ -12,6 +15,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
@@ -125,6 +129,29 @@ QUrl Files::makeFolder(const QString &name)
     return url(name);
 }
 
+QUrl Files::writeVideo(const QString &name, const QColor &color, const QByteArray &encoder)
+{
+    const TestUtils::TestVideo video{
+        .frames = 150, // longer than the tests look at it
+        .color = "0x" + QByteArray::number(color.rgba(), 16),
+        .encoder = encoder.startsWith("vp") ? encoder + " deadline=1" : encoder,
+        .container = name.endsWith(".mkv"_L1) ? "matroskamux" : "webmmux",
+    };
+    const QString error = TestUtils::writeVideo(m_folder.filePath(name), video);
+    if (!error.isEmpty())
+        qFatal("Cannot write a video: %s", qPrintable(error));
+    return url(name);
+}
+
+QUrl Files::writeH264(const QString &name)
+{
+    TestUtils::installH264Decoder();
+    const QString error = TestUtils::writeH264(m_folder.filePath(name));
+    if (!error.isEmpty())
+        qFatal("Cannot write a video: %s", qPrintable(error));
+    return url(name);
+}
+
 QUrl Files::makeLinkToItself(const QString &name)
 {
     QFile::link(name, m_folder.filePath(name));
@@ -134,6 +161,37 @@ QUrl Files::makeLinkToItself(const QString &name)
 QUrl Files::url(const QString &name) const
 {
     return QUrl::fromLocalFile(m_folder.filePath(name));
+}
+
+QString Files::path(const QString &name) const
+{
+    return m_folder.filePath(name);
+}
+
+void Streams::watch()
+{
+    TestUtils::PipelineRecorder::install();
+}
+
+QStringList Streams::take()
+{
+    static const QRegularExpression ours(u"^(play|stop) (camera|video)-stream-pipeline$"_s);
+    QStringList states;
+    for (const QString &entry : TestUtils::PipelineRecorder::takeEntries()) {
+        if (const QRegularExpressionMatch match = ours.match(entry); match.hasMatch())
+            states.append(match.captured(1) + u' ' + match.captured(2));
+    }
+    return states;
+}
+
+void Streams::receive()
+{
+    m_receiver = std::make_unique<TestUtils::JpegReceiver>();
+}
+
+bool Streams::shows(const QColor &color) const
+{
+    return m_receiver->frameCount() > 0 && TestUtils::alike(m_receiver->color(), color);
 }
 
 void Watchdog::start()
@@ -154,6 +212,11 @@ void Watchdog::timerEvent([[maybe_unused]] QTimerEvent *event)
     m_longest = std::max(m_longest, m_sinceTick.restart());
 }
 
+TestSetup::TestSetup()
+{
+    Streams::watch();
+}
+
 void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
 {
     connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
@@ -168,4 +231,5 @@ void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
     engine->rootContext()->setContextProperty(u"eyes"_s, &m_eyes);
     engine->rootContext()->setContextProperty(u"files"_s, &m_files);
     engine->rootContext()->setContextProperty(u"watchdog"_s, &m_watchdog);
+    engine->rootContext()->setContextProperty(u"streams"_s, &m_streams);
 }

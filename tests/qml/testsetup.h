@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "utils/jpegreceiver.h"
 #include "utils/messageboxanswerer.h"
 #include "view/viewhost.h"
 
@@ -13,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QVariant>
+
+#include <memory>
 
 class QQmlEngine;
 class QQuickItem;
@@ -75,13 +78,44 @@ public:
     Q_INVOKABLE QUrl write(const QString &name, const QString &text, int times = 1);
     Q_INVOKABLE QUrl writeBytes(const QString &name, const QList<int> &bytes);
     Q_INVOKABLE QUrl makeFolder(const QString &name);
+    /// A video of one colour, 5 seconds long. The encoder is one of GStreamer's, such as "vp8enc".
+    Q_INVOKABLE QUrl writeVideo(const QString &name, const QColor &color, const QByteArray &encoder = "vp8enc");
+    /// Of H.264, which this process can decode from then on.
+    Q_INVOKABLE QUrl writeH264(const QString &name);
     /// A link that leads nowhere but to itself: nobody can read it.
     Q_INVOKABLE QUrl makeLinkToItself(const QString &name);
     /// The address under which there would be such a file.
     Q_INVOKABLE QUrl url(const QString &name) const;
+    Q_INVOKABLE QString path(const QString &name) const;
 
 private:
     QTemporaryDir m_folder;
+};
+
+/// The streams into the emulator's camera.
+class Streams : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// From before the first pipeline is made on, what is done with those of the manager is written down.
+    static void watch();
+    /// What has been done since the last call, in order: "play camera", "stop camera", "play video" and "stop video".
+    Q_INVOKABLE QStringList take();
+
+    /// Pictures are received until the test is over.
+    Q_INVOKABLE void receive();
+    Q_INVOKABLE void stopReceiving() { m_receiver.reset(); }
+    /// Forgets the pictures that have come.
+    Q_INVOKABLE void clear() { m_receiver->clear(); }
+    /// Whether a picture has come, and it shows about this colour.
+    Q_INVOKABLE bool shows(const QColor &color) const;
+    Q_INVOKABLE QSize size() const { return m_receiver->size(); }
+
+private:
+    std::unique_ptr<TestUtils::JpegReceiver> m_receiver;
 };
 
 /// How long the window does not answer.
@@ -111,6 +145,8 @@ class TestSetup : public QObject
     Q_OBJECT
 
 public:
+    TestSetup();
+
     int warnings() const { return m_warnings; }
 
 public Q_SLOTS:
@@ -122,6 +158,7 @@ private:
     ScreenReader m_screenReader;
     Eyes m_eyes;
     Files m_files;
+    Streams m_streams;
     Watchdog m_watchdog;
     int m_warnings = 0;
 };

@@ -197,6 +197,7 @@ Rectangle {
         id: cameraManagementPage
 
         objectName: "cameraManagementPage"
+        errorBox: errorDialog
         anchors.fill: pageArea
     }
 

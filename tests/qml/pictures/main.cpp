@@ -26,8 +26,11 @@ void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folde
     const QStringList sensors = host.sensors()->sensorsEnabledStates().keys();
     for (const QString &sensor : sensors) // one of them off, to see how that looks
         host.sensors()->setSensorEnabled(sensor, sensor != "gyroscope"_L1);
+    host.plugCamera(
+        u"Integrated Camera: Front"_s, u"video/x-raw,format=YUY2,width=1280,height=720,framerate=30/1"_s, Qt::blue);
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
+    host.setupCameraStreamPipeline();
     view.show();
     view.requestActivate();
 

@@ -3,9 +3,11 @@
 
 #include "view/viewhost.h"
 
+#include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
 #include "plugin/qmlsetup.h"
 #include "sensors/sensorsemulationmanager.h"
+#include "utils/testcameras.h"
 
 #include <coreplugin/icore.h>
 #include <extensionsystem/pluginmanager.h>
@@ -49,11 +51,13 @@ ViewHost::ViewHost()
         new Utils::QtcSettings(m_settingsDir->filePath(u"settings.ini"_s), QSettings::IniFormat));
     theMainWindow = m_mainWindow.get();
     registerViewTypes();
+    TestUtils::TestCameras::install();
     openChannel();
 }
 
 ViewHost::~ViewHost()
 {
+    m_camera.reset();
     m_gps.reset();
     m_sensors.reset(); // writes the settings
     theMainWindow = nullptr;
@@ -116,17 +120,21 @@ void ViewHost::setUp(QQmlContext *context)
 
 void ViewHost::startAnew()
 {
+    m_camera.reset();
     m_gps.reset();
     m_sensors.reset();
+    TestUtils::TestCameras::unplugAll();
     ExtensionSystem::PluginManager::settings()->clear();
     m_gps = std::make_unique<GPSEmulationManager>();
     m_sensors = std::make_unique<SensorsEmulationManager>(nullptr);
+    m_camera = std::make_unique<CameraEmulationManager>();
     // The plugin binds the GPS manager twice.
     m_gps->setRdbusinvoker(&m_channel);
     m_sensors->setRdbusinvoker(&m_channel);
     m_gps->setRdbusinvoker(&m_channel);
     m_context->setContextProperty(u"gpsEmulationManager"_s, m_gps.get());
     m_context->setContextProperty(u"sensorsEmulationManager"_s, m_sensors.get());
+    m_context->setContextProperty(u"cameraEmulationManager"_s, m_camera.get());
     takeFrames();
 }
 
@@ -141,6 +149,25 @@ void ViewHost::reconnect()
 void ViewHost::setSensorAvailable(const QString &sensorName, bool available)
 {
     m_sensors->setSensorAvailable(sensorName, available);
+}
+
+void ViewHost::plugCamera(const QString &name, const QString &formats, const QColor &color)
+{
+    TestUtils::TestCameras::plug({.name = name, .caps = formats.toUtf8(), .device = u"/dev/"_s + name, .color = color});
+    if (!QTest::qWaitFor([&] { return m_camera->cameras().contains(name); }, 30'000))
+        qFatal("The camera is not noticed.");
+}
+
+void ViewHost::unplugCamera(const QString &name)
+{
+    TestUtils::TestCameras::unplug(name);
+    if (!QTest::qWaitFor([&] { return !m_camera->cameras().contains(name); }, 30'000))
+        qFatal("It is not noticed that the camera is gone.");
+}
+
+void ViewHost::setupCameraStreamPipeline()
+{
+    m_camera->setupCameraStreamPipeline();
 }
 
 } // namespace TestView

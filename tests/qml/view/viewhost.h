@@ -6,12 +6,14 @@
 #include "remote/remotedbusinvokerservice.h"
 #include "utils/recordinginvoker.h"
 
+#include <QColor>
 #include <QObject>
 #include <QPalette>
 #include <QPointer>
 
 #include <memory>
 
+class CameraEmulationManager;
 class QMainWindow;
 class QQmlContext;
 class QTemporaryDir;
@@ -49,15 +51,23 @@ public:
     EmulationManagement::Internal::RemoteDBusInvokerService *channel() { return &m_channel; }
     EmulationManagement::Internal::GPSEmulationManager *gps() { return m_gps.get(); }
     EmulationManagement::Internal::SensorsEmulationManager *sensors() { return m_sensors.get(); }
+    CameraEmulationManager *camera() { return m_camera.get(); }
 
     /// Every frame sent since the last call, in order. Frames still on their way are waited for.
     Q_INVOKABLE QStringList takeFrames();
-    /// New managers and empty settings, as at the very first start. Views made before must be gone.
+    /// New managers and empty settings, as at the very first start, on a host without cameras. Views made before must
+    /// be gone.
     Q_INVOKABLE void startAnew();
     /// Ends the connection from the far end; the channel comes back by itself. Waits until it is there.
     Q_INVOKABLE void reconnect();
     /// What the emulator's mode has the plugin say.
     Q_INVOKABLE void setSensorAvailable(const QString &sensorName, bool available);
+    /// A camera whose picture has one colour, with formats in GStreamer's words. Waits until it is noticed.
+    Q_INVOKABLE void plugCamera(const QString &name, const QString &formats, const QColor &color);
+    /// Waits until it is noticed.
+    Q_INVOKABLE void unplugCamera(const QString &name);
+    /// What the plugin does before it shows the view.
+    Q_INVOKABLE void setupCameraStreamPipeline();
 
 Q_SIGNALS:
     void themeChanged();
@@ -72,6 +82,7 @@ private:
     TestUtils::RecordingInvoker m_invoker;
     std::unique_ptr<EmulationManagement::Internal::GPSEmulationManager> m_gps;
     std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
+    std::unique_ptr<CameraEmulationManager> m_camera;
     QPointer<QQmlContext> m_context;
     QPalette m_palette; // the desktop's
     QString m_theme;
