@@ -120,6 +120,8 @@ void CameraEmulationManager::setupCameraStreamPipeline()
 
 void CameraEmulationManager::startVideoStream(const QString &filePath)
 {
+    if (filePath.isEmpty() && !m_cameraMonitor) // nothing to stop, nothing to start
+        return;
     setUp();
     m_cameraPipeline->stopIfRunning();
     m_videoPipeline->stopIfRunning();
@@ -139,17 +141,18 @@ void CameraEmulationManager::startCameraStream()
     setStreamRunning(true);
 }
 
+// Stopping does not wait for GStreamer: the page stops streams when it is made, and nothing runs as yet.
 void CameraEmulationManager::stopVideoStream()
 {
-    setUp();
-    m_videoPipeline->stop();
+    if (m_videoPipeline)
+        m_videoPipeline->stop();
     setStreamRunning(false);
 }
 
 void CameraEmulationManager::stopCameraStream()
 {
-    setUp();
-    m_cameraPipeline->stop();
+    if (m_cameraPipeline)
+        m_cameraPipeline->stop();
     setStreamRunning(false);
 }
 

@@ -145,6 +145,7 @@ private Q_SLOTS:
     void startsAndStopsTheCamera();
     void applyingWhileStreamingRestarts();
     void stoppingWhatDoesNotRunAnnouncesToo();
+    void stoppingDoesNotWaitForGStreamer();
     void anEmptyVideoPathStopsEverythingSilently();
     void withoutASourceTheStreamCountsAsRunning();
 
@@ -689,6 +690,18 @@ void TestCameraEmulationManager::stoppingWhatDoesNotRunAnnouncesToo()
     m_manager->stopVideoStream();
     QCOMPARE(m_manager->streamRunning(), false);
     QCOMPARE(PipelineRecorder::takeEntries(), QStringList());
+}
+
+// The page stops streams when it is made, which is when the IDE starts.
+void TestCameraEmulationManager::stoppingDoesNotWaitForGStreamer()
+{
+    m_manager->stopCameraStream();
+    m_manager->stopVideoStream();
+    m_manager->startVideoStream(QString());
+    QCOMPARE(PipelineRecorder::count(videoPipeline), 0);
+    QCOMPARE(m_log->takeEntries(), QStringList({u"streamRunning=false"_s, u"streamRunning=false"_s}));
+    waitUntilWatching();
+    QTRY_COMPARE(PipelineRecorder::count(videoPipeline), 1);
 }
 
 void TestCameraEmulationManager::anEmptyVideoPathStopsEverythingSilently()
