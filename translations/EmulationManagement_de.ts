@@ -326,54 +326,6 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Track</source>
         <translation>Track</translation>
     </message>
-    <message>
-        <source>Track file</source>
-        <translation>Trackdatei</translation>
-    </message>
-    <message>
-        <source>The track file is being read</source>
-        <translation>Die Trackdatei wird gelesen</translation>
-    </message>
-    <message>
-        <source>…</source>
-        <translation>…</translation>
-    </message>
-    <message>
-        <source>Open a track file</source>
-        <translation>Trackdatei öffnen</translation>
-    </message>
-    <message>
-        <source>Track progress</source>
-        <translation>Fortschritt</translation>
-    </message>
-    <message>
-        <source>%1%</source>
-        <translation>%1 %</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Abspielen</translation>
-    </message>
-    <message>
-        <source>Pause</source>
-        <translation>Anhalten</translation>
-    </message>
-    <message>
-        <source>Stop</source>
-        <translation>Beenden</translation>
-    </message>
-    <message>
-        <source>Track speed</source>
-        <translation>Abspielgeschwindigkeit</translation>
-    </message>
-    <message>
-        <source>Use own track speed</source>
-        <translation>Eigenes Tempo</translation>
-    </message>
-    <message>
-        <source>Loop track</source>
-        <translation>Wiederholen</translation>
-    </message>
 </context>
 <context>
     <name>GyroscopeControls</name>
@@ -622,6 +574,63 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>Direction</source>
         <translation>Richtung</translation>
+    </message>
+</context>
+<context>
+    <name>TrackFileRow</name>
+    <message>
+        <source>Track file</source>
+        <translation>Trackdatei</translation>
+    </message>
+    <message>
+        <source>The track file is being read</source>
+        <translation>Die Trackdatei wird gelesen</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a track file</source>
+        <translation>Trackdatei öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>TrackPlayerRow</name>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Track speed</source>
+        <translation>Abspielgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Use own track speed</source>
+        <translation>Eigenes Tempo</translation>
+    </message>
+    <message>
+        <source>Loop track</source>
+        <translation>Wiederholen</translation>
+    </message>
+</context>
+<context>
+    <name>TrackProgressRow</name>
+    <message>
+        <source>Track progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
     </message>
 </context>
 <context>

@@ -326,54 +326,6 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Track</source>
         <translation>Track</translation>
     </message>
-    <message>
-        <source>Track file</source>
-        <translation>Track file</translation>
-    </message>
-    <message>
-        <source>The track file is being read</source>
-        <translation>The track file is being read</translation>
-    </message>
-    <message>
-        <source>…</source>
-        <translation>…</translation>
-    </message>
-    <message>
-        <source>Open a track file</source>
-        <translation>Open a track file</translation>
-    </message>
-    <message>
-        <source>Track progress</source>
-        <translation>Track progress</translation>
-    </message>
-    <message>
-        <source>%1%</source>
-        <translation>%1%</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Play</translation>
-    </message>
-    <message>
-        <source>Pause</source>
-        <translation>Pause</translation>
-    </message>
-    <message>
-        <source>Stop</source>
-        <translation>Stop</translation>
-    </message>
-    <message>
-        <source>Track speed</source>
-        <translation>Track speed</translation>
-    </message>
-    <message>
-        <source>Use own track speed</source>
-        <translation>Use own track speed</translation>
-    </message>
-    <message>
-        <source>Loop track</source>
-        <translation>Loop track</translation>
-    </message>
 </context>
 <context>
     <name>GyroscopeControls</name>
@@ -622,6 +574,63 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>Direction</source>
         <translation>Direction</translation>
+    </message>
+</context>
+<context>
+    <name>TrackFileRow</name>
+    <message>
+        <source>Track file</source>
+        <translation>Track file</translation>
+    </message>
+    <message>
+        <source>The track file is being read</source>
+        <translation>The track file is being read</translation>
+    </message>
+    <message>
+        <source>…</source>
+        <translation>…</translation>
+    </message>
+    <message>
+        <source>Open a track file</source>
+        <translation>Open a track file</translation>
+    </message>
+</context>
+<context>
+    <name>TrackPlayerRow</name>
+    <message>
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Track speed</source>
+        <translation>Track speed</translation>
+    </message>
+    <message>
+        <source>Use own track speed</source>
+        <translation>Use own track speed</translation>
+    </message>
+    <message>
+        <source>Loop track</source>
+        <translation>Loop track</translation>
+    </message>
+</context>
+<context>
+    <name>TrackProgressRow</name>
+    <message>
+        <source>Track progress</source>
+        <translation>Track progress</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
     </message>
 </context>
 <context>

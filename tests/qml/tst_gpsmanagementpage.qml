@@ -523,8 +523,9 @@ ViewTestCase {
         watchdog.start();
         page.openFile(url);
         tryVerify(() => table().rowCount === count, 120000);
-        // Bounded by the text's decoding and by the upload, which are done at once: 1.5 s on a machine at rest.
-        verify(watchdog.longestSilence() < 15000);
+        // Decoding the text and uploading the points are done at once: 2 s on a machine at rest, many times that on a busy
+        // one with a sanitizer's checks. Anything that walks the points one by one in QML takes minutes.
+        verify(watchdog.longestSilence() < 60000);
         compare(rowTexts(count - 1)[0], String(count - 1));
         const calls = host.takeFrames();
         compare(calls.length, 4);

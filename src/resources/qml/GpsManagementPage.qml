@@ -6,7 +6,6 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
-import QtQuick.Layouts
 import org.quova 1.0
 
 // Sets the emulator's position, and moves it along a track. The track's clock runs here: the emulator plays the track
@@ -37,6 +36,8 @@ ManagementPage {
     property bool onlyDefaultInterval: false
     property bool trackStopped: true
     property string nmeaFileUrl: ""
+
+    property bool playsOnAfterSeeking: false
 
     readonly property bool hasTrack: trackTableModel.rowCount > 0
     readonly property int lastRow: trackTableModel.rowCount - 1
@@ -115,7 +116,7 @@ ManagementPage {
 
     function clearTrack() {
         stopTrackTimer();
-        progressSlider.playsOn = false; // it lets go when it is switched off
+        playsOnAfterSeeking = false; // the slider lets go when it is switched off
         trackTableModel.clear();
     }
 
@@ -385,175 +386,49 @@ ManagementPage {
                 width: 450
                 spacing: 5
 
-                RowLayout {
+                TrackFileRow {
                     width: parent.width
-                    spacing: 5
-
-                    Label {
-                        text: qsTr("Track file")
-                    }
-
-                    TextField {
-                        id: trackFileField
-
-                        objectName: "trackFileField"
-                        readOnly: true
-                        selectByMouse: true
-                        text: root.nmeaFileUrl
-                        Layout.fillWidth: true
-                        Accessible.name: qsTr("Track file")
-                    }
-
-                    BusyIndicator {
-                        id: loadingIndicator
-
-                        objectName: "loadingIndicator"
-                        running: nmeaLogLoader.busy
-                        visible: running
-                        Layout.preferredWidth: openFileButton.height
-                        Layout.preferredHeight: openFileButton.height
-                        Accessible.name: qsTr("The track file is being read")
-                    }
-
-                    Button {
-                        id: openFileButton
-
-                        objectName: "openFileButton"
-                        text: qsTr("…")
-                        Layout.preferredWidth: 40
-                        Accessible.name: qsTr("Open a track file")
-                        onClicked: fileDialog.open()
-                    }
+                    url: root.nmeaFileUrl
+                    loading: nmeaLogLoader.busy
+                    onOpenRequested: fileDialog.open()
                 }
 
-                RowLayout {
+                TrackProgressRow {
                     width: parent.width
-                    spacing: 5
                     enabled: root.hasTrack
-
-                    Label {
-                        text: qsTr("Track progress")
+                    locale: root.locale
+                    lastRow: root.lastRow
+                    row: root.manager.currentPositionIndex
+                    onMoved: row => {
+                        // Choosing the row tells the emulator, too.
+                        root.selectRow(row);
+                        root.manager.goToPositionOnTrack(row);
                     }
-
-                    Slider {
-                        id: progressSlider
-
-                        property bool playsOn: false
-
-                        objectName: "progressSlider"
-                        enabled: root.lastRow > 0
-                        from: 0
-                        to: root.lastRow > 0 ? root.lastRow : 1
-                        stepSize: 1
-                        snapMode: Slider.SnapAlways
-                        value: root.lastRow === 0 ? 1 : root.manager.currentPositionIndex
-                        Layout.fillWidth: true
-                        Accessible.name: qsTr("Track progress")
-                        Accessible.description: progressLabel.text
-                        onMoved: {
-                            // Choosing the row tells the emulator, too.
-                            root.selectRow(value);
-                            root.manager.goToPositionOnTrack(value);
-                        }
-                        onPressedChanged: {
-                            if (pressed) {
-                                playsOn = trackTimer.running;
-                                root.stopTrackTimer();
-                            } else if (playsOn) {
-                                root.startTrack();
-                            }
-                        }
+                    onGrabbed: {
+                        root.playsOnAfterSeeking = trackTimer.running;
+                        root.stopTrackTimer();
                     }
-
-                    Label {
-                        id: progressLabel
-
-                        objectName: "progressLabel"
-                        horizontalAlignment: Text.AlignRight
-                        text: qsTr("%1%").arg((progressSlider.value / progressSlider.to * 100).toLocaleString(root.locale, "f", 2))
-                        Layout.preferredWidth: 5 * fontMetrics.height
-
-                        FontMetrics {
-                            id: fontMetrics
-
-                            font: progressLabel.font
-                        }
-                    }
-                }
-
-                Row {
-                    spacing: 10
-                    enabled: root.hasTrack
-
-                    PlayerButton {
-                        id: playButton
-
-                        objectName: "playButton"
-                        enabled: !trackTimer.running
-                        icon.source: "qrc:/emulationmanagement/play.png"
-                        name: qsTr("Play")
-                        onClicked: {
-                            root.trackStopped = false;
+                    onReleased: {
+                        if (root.playsOnAfterSeeking)
                             root.startTrack();
-                        }
                     }
+                }
 
-                    PlayerButton {
-                        id: pauseButton
-
-                        objectName: "pauseButton"
-                        enabled: trackTimer.running
-                        icon.source: "qrc:/emulationmanagement/pause.png"
-                        name: qsTr("Pause")
-                        onClicked: root.pauseTrack()
+                TrackPlayerRow {
+                    enabled: root.hasTrack
+                    manager: root.manager
+                    speeds: root.trackSpeedList
+                    playing: trackTimer.running
+                    stopped: root.trackStopped
+                    onlyDefaultInterval: root.onlyDefaultInterval
+                    onPlayRequested: {
+                        root.trackStopped = false;
+                        root.startTrack();
                     }
-
-                    PlayerButton {
-                        id: stopButton
-
-                        objectName: "stopButton"
-                        enabled: !root.trackStopped
-                        icon.source: "qrc:/emulationmanagement/stop.png"
-                        name: qsTr("Stop")
-                        onClicked: {
-                            root.trackStopped = true;
-                            root.stopTrack();
-                        }
-                    }
-
-                    ComboBox {
-                        id: speedBox
-
-                        objectName: "speedBox"
-                        width: 80
-                        model: root.trackSpeedList
-                        textRole: "key"
-                        valueRole: "value"
-                        currentIndex: root.manager.trackSpeed - 1
-                        Accessible.name: qsTr("Track speed")
-                        Accessible.description: displayText
-                        onActivated: root.manager.setTrackSpeed(currentValue)
-                    }
-
-                    CheckBox {
-                        id: ownSpeedCheckBox
-
-                        objectName: "ownSpeedCheckBox"
-                        enabled: !root.onlyDefaultInterval
-                        checked: !root.manager.useDefaultInterval
-                        text: qsTr("Use own track speed")
-                        Accessible.name: text
-                        onClicked: root.manager.setTrackIntervalMode(!checked)
-                    }
-
-                    CheckBox {
-                        id: loopCheckBox
-
-                        objectName: "loopCheckBox"
-                        checked: root.manager.trackLooped
-                        text: qsTr("Loop track")
-                        Accessible.name: text
-                        onClicked: root.manager.setTrackLooped(checked)
+                    onPauseRequested: root.pauseTrack()
+                    onStopRequested: {
+                        root.trackStopped = true;
+                        root.stopTrack();
                     }
                 }
             }
