@@ -303,6 +303,7 @@ ViewTestCase {
         choose("cameraBox", box.find(data.name));
         press("setSettingsButton");
         compare(control("currentCameraLabel").text, data.name);
+        compare(control("currentCameraLabel").textFormat, Text.PlainText);
         compare(cameraEmulationManager.cameraName, data.name);
         // Nothing leaves its half of the row.
         waitForItemPolished(control("column"));

@@ -111,6 +111,7 @@ ManagementPage {
     component CurrentValue: Label {
         required property string name
 
+        textFormat: Text.PlainText // cameras name themselves
         wrapMode: Text.WordWrap
         Layout.fillWidth: true
         Accessible.description: name
