@@ -6,7 +6,7 @@ from __future__ import annotations
 
 from pathlib import Path
 
-from desktop import wait_for
+from filedialog import choose_file
 from guest import GPS, Guest
 from ide import Ide
 from page import Page
@@ -25,19 +25,8 @@ class GpsPage(Page):
         return self.control(role, name).enabled
 
     def open_track(self, file: Path) -> None:
-        """Chooses the file in the file dialog: goes to its folder, clicks on it and opens it."""
         self.click("button", "Open a track file")
-        dialog = wait_for("the file dialog", lambda: self.desktop.windows(DIALOG), 60)[0]
-        self.desktop.wait_until_painted(dialog)
-        self.desktop.press("ctrl+l", "ctrl+a")
-        self.desktop.type(str(file.parent))
-        self.desktop.press("Return")
-        frame = self.desktop.expect("", DIALOG)
-        self.desktop.click(self.desktop.expect("", file.name, within=frame))
-        open_button = self.desktop.expect("button", "Open", within=frame)
-        wait_for("the dialog's button", lambda: open_button.enabled, 60)
-        self.desktop.click(open_button)
-        wait_for("the file dialog to go", lambda: not self.desktop.windows(DIALOG), 60)
+        choose_file(self.desktop, DIALOG, file)
 
     def choose_speed(self, speed: str) -> None:
         self.choose_entry("Track speed", speed)
