@@ -14,6 +14,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+from camera import FIRST_CAMERA, machine_has_camera  # noqa: E402
 from session import Session  # noqa: E402
 from tracks import write_tracks  # noqa: E402
 
@@ -41,6 +42,9 @@ def open_session(session: Session) -> int:
         session.prepare()
         tracks = session.directory / "tracks"
         write_tracks(tracks)
+        if not machine_has_camera():
+            session.cameras.start()
+            print(f"This machine has no camera; its place is taken by one named {FIRST_CAMERA}.")
         session.start_ide()
         print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.")
         print(f"Sample tracks for its GPS page are in {tracks}.", flush=True)

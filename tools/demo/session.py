@@ -19,6 +19,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 from urllib.parse import quote
 
+from camera import DemoCameras
 from desktop import Timeout, wait_for
 
 PROJECT = Path(__file__).resolve().parents[2]
@@ -63,6 +64,8 @@ class Session:
         self.settings = self.directory / "settings"
         self.log = self.directory / "ide.log"
         self._link = short_link(self.libvirt)
+        camera_files = self.directory / "cameras"
+        self.cameras = DemoCameras(camera_files, short_link(camera_files), self.build)
         self.uri = f"qemu:///embed?root={quote(str(self._link))}"
         self.emulator = Emulator("Velmo Demo", self.image, 2223, "Velmo Phone")
 
@@ -172,7 +175,8 @@ class Session:
 
     def start_ide(self, *arguments: str) -> None:
         # The log tells which commands went over SSH.
-        environment = os.environ | {"QT_LOGGING_RULES": "qssh.debug=true;tarn*.debug=true"}
+        environment = os.environ | self.cameras.environment
+        environment["QT_LOGGING_RULES"] = "qssh.debug=true;tarn*.debug=true"
         with self.log.open("ab") as log:
             self.ide = subprocess.Popen(self.ide_command(*arguments), stdout=log, stderr=log, env=environment)
 
@@ -204,6 +208,7 @@ class Session:
     def end(self) -> None:
         """Leaves no process behind."""
         self.end_ide()
+        self.cameras.end()
         self.kill_emulator()
         self._link.unlink(missing_ok=True)
 

@@ -75,6 +75,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     session.store_settings("emulationmanagement", STORED)
     tour.step("Emulator defined", f"libvirt lists {session.virsh('list', '--all', '--name').split(chr(10))[0]!r}, off")
 
+    session.cameras.start()
     session.start_ide()
     ide = Ide(desktop, session)
     ide.wait_until_open()
