@@ -32,6 +32,7 @@ class Story(unittest.TestCase):
     """The tests of a subclass are steps: each starts where the last one ended, and a failure ends the story."""
 
     stored: dict[str, object] = {}
+    with_cameras = False
     broken = False
 
     @classmethod
@@ -44,6 +45,8 @@ class Story(unittest.TestCase):
         cls.session.prepare()
         if cls.stored:
             cls.session.store_settings("emulationmanagement", cls.stored)
+        if cls.with_cameras:
+            cls.session.cameras.start()
         cls.desktop = cls.enterClassContext(Desktop())
         cls.guest = Guest(cls.session.emulator)
         cls.ide = Ide(cls.desktop, cls.session)

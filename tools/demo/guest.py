@@ -13,6 +13,7 @@ from gi.repository import GLib
 from session import Emulator
 
 INVOKER_LOG = "/var/log/remote-dbus-invoker.log"
+CAMERA = "ru.kelo.CameraEmulation"
 GPS = "ru.kelo.GeoclueEmulationManagement"
 SENSORS = "ru.kelo.SensorfwEmulationManagement"
 
@@ -57,6 +58,9 @@ class Guest:
 
     def gps(self) -> dict[str, Any]:
         return self.properties(GPS)
+
+    def camera(self) -> dict[str, Any]:
+        return self.properties(CAMERA)
 
     def call_sensors(self, method: str, *arguments: str) -> None:
         """Calls the sensor service from inside, past the invoker."""
