@@ -30,7 +30,7 @@ class DemoCameras:
     @property
     def environment(self) -> dict[str, str]:
         """What a program needs in its environment to see the cameras; nothing before they were started."""
-        return {"PIPEWIRE_RUNTIME_DIR": str(self._sockets)} if self._daemons else {}
+        return self._address() if self._daemons else {}
 
     def start(self) -> None:
         """Starts PipeWire and plugs the first camera."""
@@ -83,9 +83,11 @@ class DemoCameras:
             return []
         return [entry for entry in json.loads(done.stdout) if entry["type"] == f"PipeWire:Interface:{kind}"]
 
+    def _address(self) -> dict[str, str]:
+        return {"PIPEWIRE_RUNTIME_DIR": str(self._sockets), "PIPEWIRE_REMOTE": "pipewire-0"}
+
     def _process_environment(self) -> dict[str, str]:
-        return os.environ | {
-            "PIPEWIRE_RUNTIME_DIR": str(self._sockets),
+        return os.environ | self._address() | {
             "XDG_CONFIG_HOME": str(self._directory / "config"),
             "XDG_STATE_HOME": str(self._directory / "state"),
         }

@@ -15,6 +15,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from camera import FIRST_CAMERA, machine_has_camera  # noqa: E402
+from desktop import Timeout  # noqa: E402
 from session import Session  # noqa: E402
 from tracks import write_tracks  # noqa: E402
 
@@ -42,9 +43,7 @@ def open_session(session: Session) -> int:
         session.prepare()
         tracks = session.directory / "tracks"
         write_tracks(tracks)
-        if not machine_has_camera():
-            session.cameras.start()
-            print(f"This machine has no camera; its place is taken by one named {FIRST_CAMERA}.")
+        plug_camera(session)
         session.start_ide()
         print("Qt Creator is open. Choose Tools > Velmo OS > Emulation Management… to start the emulator.")
         print(f"Sample tracks for its GPS page are in {tracks}.", flush=True)
@@ -62,6 +61,18 @@ def open_session(session: Session) -> int:
         end(session)
     print(f"Settings, the emulator's disk and the IDE's log stay in {session.directory}.")
     return code
+
+
+def plug_camera(session: Session) -> None:
+    """A machine without a camera gets one."""
+    if machine_has_camera():
+        return
+    try:
+        session.cameras.start()
+        print(f"This machine has no camera; its place is taken by one named {FIRST_CAMERA}.")
+    except (OSError, Timeout, subprocess.SubprocessError) as error:
+        session.cameras.end()
+        print(f"There will be no camera: {error}", file=sys.stderr)
 
 
 def end(session: Session) -> None:

@@ -15,9 +15,11 @@ import tempfile
 import time
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
+from typing import Any
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+from camerapage import CameraPage, write_video  # noqa: E402
 from desktop import Desktop, Timeout, wait_for  # noqa: E402
 from gps import GpsPage  # noqa: E402
 from guest import Guest  # noqa: E402
@@ -115,9 +117,13 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
     show_sensor_pages(tour, desktop, ide, guest)
-    with tempfile.TemporaryDirectory(prefix="tracks-") as folder:
+    with tempfile.TemporaryDirectory(prefix="files-") as folder:
         write_tracks(Path(folder))
         show_gps_page(tour, desktop, ide, guest, Path(folder) / "walk-gga.nmea")
+
+        video = Path(folder) / "green.webm"
+        write_video(video, 0xFF00FF00)
+        show_camera_page(tour, desktop, ide, guest, video)
 
     code = ide.quit()
     if code:
@@ -217,6 +223,27 @@ def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: P
     page.click("button", "Stop")
     wait_for("the guest to stop", lambda: guest.gps()["trackState"] == "stopped", 60)
     tour.step("Track stopped", in_the_guest())
+
+
+def show_camera_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, video: Path) -> None:
+    page = CameraPage(ide, guest)
+    page.show()
+
+    def describe(state: dict[str, Any]) -> str:
+        colour = ", ".join(f"{part} {state[f'mean{part.capitalize()}']}" for part in ("red", "green", "blue"))
+        return f"the guest has got {state['framesReceived']} pictures, now of {state['width']} x {state['height']}, {colour}"
+
+    page.choose_entry("Resolution", "640x480")
+    page.choose_entry("Framerate", "15/1")
+    page.click("button", "Set settings")
+    page.start()
+    tour.step("Camera streamed", describe(page.wait_for_frames(30, width=640, height=480)), desktop)
+    page.stop()
+    page.click("radio button", "Video file")
+    page.open_video(video)
+    tour.step("Video streamed", describe(page.wait_for_frames(30, width=320, height=240)), desktop)
+    page.stop()
+    tour.step("Stream stopped", f"the guest has got {page.wait_for_silence()} pictures and no more")
 
 
 def main() -> int:
