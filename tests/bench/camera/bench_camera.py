@@ -28,8 +28,8 @@ from desktop import wait_for
 
 PORT = 34343
 LONG = "EMULATIONMANAGEMENT_LONG_RUN" in os.environ
-ROUNDS = 7 if LONG else 1
-WINDOW = 4.0 if LONG else 0.7  # seconds
+ROUNDS = 15 if LONG else 1
+WINDOW = 2.0 if LONG else 0.7  # seconds
 CYCLES = 500 if LONG else 10
 UPDATES = 100 if LONG else 5
 IDLE = 20.0 if LONG else 1.0  # seconds
@@ -110,11 +110,8 @@ class Streamer:
 
 
 def cpu_time(pid: int) -> int:
-    """Nanoseconds that all threads together have run; ended ones do not count."""
-    total = 0
-    for task in Path(f"/proc/{pid}/task").iterdir():
-        total += int((task / "schedstat").read_text().split()[0])
-    return total
+    """Nanoseconds that the process has run, with all its threads, also those that have ended."""
+    return time.clock_gettime_ns((~pid << 3) | 2)  # what clock_getcpuclockid() makes of it
 
 
 def usage(pid: int) -> tuple[int, int, int]:
@@ -164,7 +161,7 @@ class Bench:
         return cpu / pictures / 1e6, pictures / seconds
 
     def compare(self, title: str, ours, launched) -> None:
-        our_costs, costs, ratios, rates = [], [], [], []
+        our_costs, costs, rates = [], [], []
         for _ in range(ROUNDS):
             with ours() as pid:
                 cost, rate = self.measure(pid)
@@ -172,12 +169,12 @@ class Bench:
                 other, _ = self.measure(pid)
             our_costs.append(cost)
             costs.append(other)
-            ratios.append(cost / other)
             rates.append(rate)
+        # Whatever else the machine does makes a round dearer, never cheaper.
+        ours_at_best, other_at_best = min(our_costs), min(costs)
         print(
-            f"{title}, CPU time per picture / gst-launch-1.0's: {statistics.median(ratios):.3f} (aim at most 1.03; "
-            f"{statistics.median(our_costs):.2f} ms, {statistics.median(costs):.2f} ms, "
-            f"{statistics.median(rates):.1f} a second)"
+            f"{title}, CPU time per picture / gst-launch-1.0's: {ours_at_best / other_at_best:.3f} (aim at most 1.03; "
+            f"{ours_at_best:.2f} ms, {other_at_best:.2f} ms, {statistics.median(rates):.1f} a second)"
         )
 
     def video(self, size: str) -> Path:
