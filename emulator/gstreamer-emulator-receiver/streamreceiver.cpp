@@ -30,11 +30,14 @@ using GErrorPointer = std::unique_ptr<GError, GErrorDeleter>;
 
 constexpr char pipelineText[] = "udpsrc name=source caps=\"application/x-rtp,media=(string)video,clock-rate=(int)90000,"
                                 "encoding-name=(string)JPEG,payload=(int)26\""
-                                " ! rtpjpegdepay ! jpegdec ! videoconvert ! video/x-raw,format=RGB"
+                                " ! rtpjpegdepay name=depayloader ! jpegdec ! videoconvert ! video/x-raw,format=RGB"
                                 " ! appsink name=sink sync=false max-buffers=4 drop=true";
 
 // Every few pixels say enough of a mean, and cost little on an emulated processor.
 constexpr int step = 4;
+
+// A rate over so many frames neither jumps nor lags.
+constexpr size_t framesOfRate = 31;
 
 } // namespace
 
@@ -66,6 +69,10 @@ QString StreamReceiver::start(const QString &address, quint16 port)
     callbacks.new_sample = &StreamReceiver::onNewSample;
     gst_app_sink_set_callbacks(GST_APP_SINK(sink.get()), &callbacks, this, nullptr);
 
+    const GstElementPointer depayloader(gst_bin_get_by_name(GST_BIN(m_pipeline.get()), "depayloader"));
+    const GstPadPointer pictures(gst_element_get_static_pad(depayloader.get(), "src"));
+    gst_pad_add_probe(pictures.get(), GST_PAD_PROBE_TYPE_BUFFER, &StreamReceiver::onPicture, this, nullptr);
+
     const GstBusPointer bus(gst_element_get_bus(m_pipeline.get()));
     gst_bus_set_sync_handler(bus.get(), &StreamReceiver::onMessage, this, nullptr);
 
@@ -84,6 +91,34 @@ Frame StreamReceiver::lastFrame() const
 {
     const QMutexLocker locker(&m_mutex);
     return m_lastFrame;
+}
+
+double StreamReceiver::frameRate() const
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_arrivals.size() < 2)
+        return 0;
+    const std::chrono::duration<double> span = m_arrivals.back() - m_arrivals.front();
+    return span.count() > 0 ? double(m_arrivals.size() - 1) / span.count() : 0;
+}
+
+QByteArray StreamReceiver::lastPicture() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_lastPicture;
+}
+
+GstPadProbeReturn StreamReceiver::onPicture(GstPad *, GstPadProbeInfo *info, gpointer receiver)
+{
+    GstMapInfo map;
+    GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
+    if (buffer && gst_buffer_map(buffer, &map, GST_MAP_READ)) {
+        auto *self = static_cast<StreamReceiver *>(receiver);
+        const QMutexLocker locker(&self->m_mutex);
+        self->m_lastPicture = QByteArray(reinterpret_cast<const char *>(map.data), qsizetype(map.size));
+        gst_buffer_unmap(buffer, &map);
+    }
+    return GST_PAD_PROBE_OK;
 }
 
 GstFlowReturn StreamReceiver::onNewSample(GstAppSink *sink, gpointer receiver)
@@ -145,6 +180,9 @@ void StreamReceiver::take(GstSample *sample)
 
     const QMutexLocker locker(&m_mutex);
     ++m_frameCount;
+    m_arrivals.push_back(std::chrono::steady_clock::now());
+    if (m_arrivals.size() > framesOfRate)
+        m_arrivals.pop_front();
     m_lastFrame = frame;
     if (!m_announced) {
         m_announced = true;

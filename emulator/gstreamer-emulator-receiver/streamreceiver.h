@@ -3,12 +3,15 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QMutex>
 #include <QObject>
 
 #include <gst/app/gstappsink.h>
 #include <gst/gst.h>
 
+#include <chrono>
+#include <deque>
 #include <memory>
 
 namespace Emulator {
@@ -18,6 +21,7 @@ struct GstObjectDeleter
     void operator()(gpointer object) const { gst_object_unref(object); }
 };
 using GstElementPointer = std::unique_ptr<GstElement, GstObjectDeleter>;
+using GstPadPointer = std::unique_ptr<GstPad, GstObjectDeleter>;
 using GstBusPointer = std::unique_ptr<GstBus, GstObjectDeleter>;
 
 /*! What is known of a picture. */
@@ -49,12 +53,18 @@ public:
     quint64 frameCount() const;
     Frame lastFrame() const;
 
+    /*! Frames a second, over the last of them; 0 before the second. It says nothing of whether any come now. */
+    double frameRate() const;
+    /*! The picture that came last, as JPEG; empty before the first. */
+    QByteArray lastPicture() const;
+
 Q_SIGNALS:
     /*! At least one frame has been decoded since this was last emitted. Emitted in this object's thread. */
     void framesReceived();
 
 private:
     static GstFlowReturn onNewSample(GstAppSink *sink, gpointer receiver);
+    static GstPadProbeReturn onPicture(GstPad *pad, GstPadProbeInfo *info, gpointer receiver);
     static GstBusSyncReply onMessage(GstBus *bus, GstMessage *message, gpointer receiver);
 
     void take(GstSample *sample);
@@ -65,6 +75,8 @@ private:
     mutable QMutex m_mutex; // guards what follows: frames arrive in a thread of GStreamer's
     quint64 m_frameCount = 0;
     Frame m_lastFrame;
+    std::deque<std::chrono::steady_clock::time_point> m_arrivals;
+    QByteArray m_lastPicture;
     bool m_announced = false;
 };
 

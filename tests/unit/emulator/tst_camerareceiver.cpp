@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QHostAddress>
+#include <QImage>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
@@ -30,6 +31,13 @@ QVariant stateOf(const QString &name)
 qulonglong frames()
 {
     return stateOf(u"framesReceived"_s).toULongLong();
+}
+
+QByteArray lastPicture()
+{
+    const QDBusReply<QByteArray> reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
+        u"ru.kelo.CameraEmulation"_s, u"/ru/kelo/CameraEmulation"_s, u"ru.kelo.CameraEmulation"_s, u"lastPicture"_s));
+    return reply.isValid() ? reply.value() : QByteArray("no reply");
 }
 
 bool isStreaming()
@@ -84,6 +92,8 @@ void tst_CameraReceiver::nothingAtFirst()
     QCOMPARE(stateOf(u"framesReceived"_s), QVariant(qulonglong(0)));
     QCOMPARE(stateOf(u"streaming"_s), QVariant(false));
     QCOMPARE(stateOf(u"width"_s), QVariant(0));
+    QCOMPARE(stateOf(u"frameRate"_s), QVariant(0.0));
+    QCOMPARE(lastPicture(), QByteArray());
 }
 
 void tst_CameraReceiver::receivesAStream()
@@ -96,6 +106,14 @@ void tst_CameraReceiver::receivesAStream()
     QVERIFY(stateOf(u"meanRed"_s).toInt() > 200);
     QVERIFY(stateOf(u"meanGreen"_s).toInt() < 60);
     QVERIFY(stateOf(u"meanBlue"_s).toInt() < 60);
+
+    // A busy machine may be late with some.
+    QTRY_VERIFY_WITH_TIMEOUT(stateOf(u"frameRate"_s).toDouble() > 20, deadline);
+    QVERIFY(stateOf(u"frameRate"_s).toDouble() < 40);
+    const QImage picture = QImage::fromData(lastPicture(), "JPEG");
+    QCOMPARE(picture.size(), QSize(320, 240));
+    QVERIFY(picture.pixelColor(160, 120).red() > 200);
+    QVERIFY(picture.pixelColor(160, 120).blue() < 60);
 }
 
 void tst_CameraReceiver::noticesTheEnd()
@@ -105,6 +123,7 @@ void tst_CameraReceiver::noticesTheEnd()
         QTRY_VERIFY_WITH_TIMEOUT(isStreaming(), deadline);
     }
     QTRY_VERIFY_WITH_TIMEOUT(!isStreaming(), deadline);
+    QCOMPARE(stateOf(u"frameRate"_s), QVariant(0.0));
     QCOMPARE(stateOf(u"width"_s), QVariant(320));
 }
 
