@@ -40,9 +40,13 @@ METHODS = {
         "startTrack": "", "pauseTrack": "", "stopTrack": "", "setTrackLooped": "b", "setTrackIntervalMode": "b",
         "setTrackSpeed": "i", "goToPositionOnTrack": "i",
     },
-    CAMERA: {},
+    CAMERA: {"lastPicture": ""},
 }  # fmt: skip
-PROPERTIES = {SENSORS: {"als", "calls"}, POSITION: {"latitude", "calls"}, CAMERA: {"streaming", "framesReceived"}}
+PROPERTIES = {
+    SENSORS: {"als", "calls"},
+    POSITION: {"latitude", "calls"},
+    CAMERA: {"streaming", "framesReceived", "frameRate"},
+}
 
 
 class CheckFailed(Exception):
