@@ -5,8 +5,6 @@
 
 #include "camera/cameralog.h"
 
-#include <QSocketNotifier>
-
 #include <utility>
 
 namespace EmulationManagement::Internal {
@@ -38,9 +36,9 @@ CameraMonitor::CameraMonitor(GstDeviceMonitorPointer monitor, QObject *parent)
     : QObject(parent)
     , m_monitor(std::move(monitor))
     , m_bus(gst_device_monitor_get_bus(m_monitor.get()))
-    , m_notifier(new QSocketNotifier(descriptorOf(m_bus.get()), QSocketNotifier::Read, this))
+    , m_notifier(descriptorOf(m_bus.get()), QSocketNotifier::Read)
 {
-    connect(m_notifier, &QSocketNotifier::activated, this, &CameraMonitor::readMessage);
+    connect(&m_notifier, &QSocketNotifier::activated, this, &CameraMonitor::readMessage);
 }
 
 GstDeviceListPointer CameraMonitor::devices() const
@@ -50,7 +48,7 @@ GstDeviceListPointer CameraMonitor::devices() const
 
 void CameraMonitor::stop()
 {
-    m_notifier->setEnabled(false);
+    m_notifier.setEnabled(false);
     m_monitor.reset();
 }
 

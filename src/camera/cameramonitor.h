@@ -6,10 +6,7 @@
 #include "camera/gsthandles.h"
 
 #include <QObject>
-
-QT_BEGIN_NAMESPACE
-class QSocketNotifier;
-QT_END_NAMESPACE
+#include <QSocketNotifier>
 
 namespace EmulationManagement::Internal {
 
@@ -40,7 +37,7 @@ private:
 
     GstDeviceMonitorPointer m_monitor;
     GstBusPointer m_bus;
-    QSocketNotifier *m_notifier;
+    QSocketNotifier m_notifier; // goes before the bus, whose descriptor it watches
 };
 
 } // namespace EmulationManagement::Internal

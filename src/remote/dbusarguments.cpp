@@ -14,7 +14,7 @@ namespace EmulationManagement::Internal::DBusArguments {
 
 namespace {
 
-// The digits of a number, with a point before the last of them; there is at least one digit before the point.
+// A number of at most 15 digits, with a point before the last so many of them and at least one digit before the point.
 void appendDigits(QString &text, bool negative, quint64 digits, int decimals)
 {
     std::array<char16_t, 24> buffer;

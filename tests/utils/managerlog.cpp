@@ -43,6 +43,11 @@ void ManagerLog::noteCall()
     m_signals.append(call);
 }
 
+bool ManagerLog::hasCalls() const
+{
+    return m_signals.entries().contains(call);
+}
+
 QStringList ManagerLog::takeEvents()
 {
     QStringList events = m_signals.takeEntries();

@@ -32,6 +32,9 @@ public:
 
     void watch(QObject *object, const QString &name = {}) { m_signals.watch(object, name); }
     void noteCall();
+    bool hasCalls() const;
+    /// What happened so far does not count; no frame may be under way.
+    void forget() { m_signals.takeEntries(); }
     /// Everything since the last call of this function; all frames that are under way are waited for.
     QStringList takeEvents();
 

@@ -65,8 +65,7 @@ ManagementPage {
         const request = new XMLHttpRequest(); // qmllint disable unqualified
         loading.request = request;
         request.onreadystatechange = () => {
-            if (request.readyState === XMLHttpRequest.DONE && request === loading.request) {
-                // qmllint disable unqualified
+            if (request.readyState === request.DONE && request === loading.request) {
                 loading.request = null;
                 loadNmeaLog(request.responseText);
             }

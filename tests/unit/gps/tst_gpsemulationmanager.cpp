@@ -5,6 +5,7 @@
 
 #include "utils/idesettings.h"
 #include "utils/managerlog.h"
+#include "utils/metaobjects.h"
 
 #include <QMetaProperty>
 #include <QTest>
@@ -138,23 +139,8 @@ void TestGPSEmulationManager::describesItselfToQml()
              u"int currentPositionIndex writable currentPositionIndexChanged()"_s,
              u"bool trackLoaded "_s}));
 
-    QStringList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        QCOMPARE(method.returnMetaType(), QMetaType::fromType<void>());
-        QStringList parameters;
-        for (int j = 0; j < method.parameterCount(); ++j) {
-            parameters.append(
-                QString::fromLatin1(method.parameterTypes().at(j)) + u' '
-                + QString::fromLatin1(method.parameterNames().at(j)));
-        }
-        methods.append(u"%1%2(%3)"_s.arg(
-            method.methodType() == QMetaMethod::Signal ? u"signal "_s : QString(),
-            QString::fromLatin1(method.name()),
-            parameters.join(u", "_s)));
-    }
     QCOMPARE(
-        methods,
+        TestUtils::ownMethods(metaObject),
         QStringList(
             {u"signal trackLoopedChanged()"_s,
              u"signal defaultIntervalUsingChanged()"_s,

@@ -4,11 +4,10 @@
 #include "sensors/sensorsemulationmanager.h"
 
 #include "utils/idesettings.h"
-#include "utils/recordinginvoker.h"
-#include "utils/signallog.h"
+#include "utils/managerlog.h"
+#include "utils/metaobjects.h"
 
 #include <QMetaProperty>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <functional>
@@ -18,8 +17,8 @@
 using namespace Qt::StringLiterals;
 using namespace EmulationManagement::Internal;
 using TestUtils::IdeSettings;
-using TestUtils::RecordingInvoker;
-using TestUtils::SignalLog;
+using TestUtils::LoggedManager;
+using TestUtils::ManagerLog;
 
 using Action = std::function<void(SensorsEmulationManager &)>;
 Q_DECLARE_METATYPE(Action)
@@ -28,7 +27,6 @@ namespace {
 
 const QString address = u"system ru.kelo.SensorfwEmulationManagement /ru/kelo/SensorfwEmulationManagement "
                         "ru.kelo.SensorfwEmulationManagement "_s;
-const QString call = u"call"_s;
 
 // The names as the emulator's service and the maps sort them.
 const QStringList sortedSensorNames{
@@ -49,22 +47,6 @@ QVariantMap allSensors(bool state)
         map.insert(name, state);
     return map;
 }
-
-// Writes "call" into the log whenever a call is issued, between the signals of the models.
-class ObservedManager : public SensorsEmulationManager
-{
-    Q_OBJECT
-
-public:
-    QString bus() const override
-    {
-        if (log)
-            log->append(call);
-        return SensorsEmulationManager::bus();
-    }
-
-    SignalLog *log = nullptr;
-};
 
 const QStringList defaultRestoreFrames{
     address + u"setAccelerometerValues int32:0 int32:0 int32:1000"_s,
@@ -123,14 +105,10 @@ private Q_SLOTS:
 private:
     void connectChannel();
     void bind();
-    // The log with each "call" replaced by the method and arguments of the frame that it made.
-    QStringList events();
 
     std::unique_ptr<IdeSettings> m_ide;
-    std::unique_ptr<RecordingInvoker> m_invoker;
-    std::unique_ptr<RemoteDBusInvokerService> m_channel;
-    std::unique_ptr<SignalLog> m_log;
-    std::unique_ptr<ObservedManager> m_manager;
+    std::unique_ptr<ManagerLog> m_log;
+    std::unique_ptr<LoggedManager<SensorsEmulationManager>> m_manager;
 };
 
 void TestSensorsEmulationManager::initTestCase()
@@ -141,12 +119,10 @@ void TestSensorsEmulationManager::initTestCase()
 void TestSensorsEmulationManager::init()
 {
     m_ide->clear();
-    m_invoker = std::make_unique<RecordingInvoker>();
-    QVERIFY(m_invoker->listen(5454));
-    m_channel = std::make_unique<RemoteDBusInvokerService>();
-    m_log = std::make_unique<SignalLog>();
-    m_manager = std::make_unique<ObservedManager>();
-    m_manager->log = m_log.get();
+    const QString service = u"ru.kelo.SensorfwEmulationManagement"_s;
+    m_log = std::make_unique<ManagerLog>(u"system"_s, service, u"/ru/kelo/SensorfwEmulationManagement"_s, service);
+    QVERIFY(m_log->listen());
+    m_manager = std::make_unique<LoggedManager<SensorsEmulationManager>>(m_log.get());
     m_log->watch(m_manager.get());
     m_log->watch(m_manager->accelerometer(), u"accelerometer"_s);
     m_log->watch(m_manager->magnetometer(), u"magnetometer"_s);
@@ -163,41 +139,17 @@ void TestSensorsEmulationManager::cleanup()
 {
     m_manager.reset();
     m_log.reset();
-    m_channel.reset();
-    m_invoker.reset();
 }
 
 void TestSensorsEmulationManager::connectChannel()
 {
-    QSignalSpy connected(m_channel.get(), &RemoteDBusInvokerService::webSocketConnected);
-    m_channel->connectToEmulator();
-    QVERIFY(connected.wait());
-    QTRY_COMPARE(m_invoker->clients(), 1);
+    QVERIFY(m_log->connectChannel());
 }
 
 void TestSensorsEmulationManager::bind()
 {
-    m_manager->setRdbusinvoker(m_channel.get());
-    m_log->takeEntries();
-}
-
-QStringList TestSensorsEmulationManager::events()
-{
-    QStringList entries = m_log->takeEntries();
-    const qsizetype calls = entries.count(call);
-    // A last frame of the test's own shows that no other one is under way.
-    m_channel->callDBusMethod(u"the"_s, u"last"_s, {}, {}, {}, {});
-    [&] { QTRY_VERIFY(m_invoker->frames().contains(u"the last    "_s)); }();
-    QStringList frames = m_invoker->takeFrames();
-    if (frames.isEmpty() || frames.takeLast() != u"the last    " || frames.size() != calls)
-        return frames; // which the comparison will show
-    for (QString &entry : entries) {
-        if (entry != call)
-            continue;
-        const QString frame = frames.takeFirst();
-        entry = frame.startsWith(address) ? frame.sliced(address.size()) : frame;
-    }
-    return entries;
+    m_manager->setRdbusinvoker(m_log->channel());
+    m_log->forget();
 }
 
 void TestSensorsEmulationManager::describesItselfToQml()
@@ -229,23 +181,8 @@ void TestSensorsEmulationManager::describesItselfToQml()
              u"sensorsEnabledStates sensorsEnabledStatesChanged()"_s,
              u"sensorsAvailability sensorsAvailabilityChanged()"_s}));
 
-    QStringList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        QCOMPARE(method.returnMetaType(), QMetaType::fromType<void>());
-        QStringList parameters;
-        for (int j = 0; j < method.parameterCount(); ++j) {
-            parameters.append(
-                QString::fromLatin1(method.parameterTypes().at(j)) + u' '
-                + QString::fromLatin1(method.parameterNames().at(j)));
-        }
-        methods.append(u"%1%2(%3)"_s.arg(
-            method.methodType() == QMetaMethod::Signal ? u"signal "_s : QString(),
-            QString::fromLatin1(method.name()),
-            parameters.join(u", "_s)));
-    }
     QCOMPARE(
-        methods,
+        TestUtils::ownMethods(metaObject),
         QStringList(
             {u"signal sensorsEnabledStatesChanged()"_s,
              u"signal sensorsInitialized()"_s,
@@ -321,7 +258,7 @@ void TestSensorsEmulationManager::worksWithoutChannel()
     m_manager->setAccelerometerZ(-1000);
     m_manager->enableSensor(u"tap"_s);
     m_manager->setupSensors();
-    QVERIFY(!m_log->entries().contains(call));
+    QVERIFY(!m_log->hasCalls());
     QCOMPARE(m_manager->accelerometer()->z(), 1000); // what the store has by default
     QCOMPARE(m_manager->compass()->azimuth(), 270);
 }
@@ -597,7 +534,7 @@ void TestSensorsEmulationManager::operation()
     connectChannel();
     bind();
     action(*m_manager);
-    QCOMPARE(events(), expected);
+    QCOMPARE(m_log->takeEvents(), expected);
 }
 
 void TestSensorsEmulationManager::restsOnTheAzimuthItWasGiven()
@@ -671,8 +608,8 @@ void TestSensorsEmulationManager::reply()
     connectChannel();
     bind();
 
-    Q_EMIT m_channel->replyReceived(reply);
-    QCOMPARE(events(), expected);
+    Q_EMIT m_log->channel()->replyReceived(reply);
+    QCOMPARE(m_log->takeEvents(), expected);
     states.insert(changedStates);
     QCOMPARE(m_manager->sensorsEnabledStates(), states);
     if (changedStates.contains(u"thermometer"_s))
@@ -683,11 +620,11 @@ void TestSensorsEmulationManager::reply()
 void TestSensorsEmulationManager::answersReachThePages()
 {
     for (const QString &name : sortedSensorNames) {
-        m_invoker->setAnswer(
+        m_log->invoker().setAnswer(
             address + u"enabled string:"_s + name,
             u"enabled:%1:%2::"_s.arg(name, name == "compass"_L1 ? u"false"_s : u"true"_s));
     }
-    m_invoker->setAnswer(defaultRestoreFrames.constLast(), u"setTapSensorValue:-1::org.example.Error:boom"_s);
+    m_log->invoker().setAnswer(defaultRestoreFrames.constLast(), u"setTapSensorValue:-1::org.example.Error:boom"_s);
     QStringList texts;
     connect(m_manager.get(), &EmulationManager::replyFromEmulatorReceived, this, [&](const QString &text) {
         texts.append(text);
@@ -707,8 +644,8 @@ void TestSensorsEmulationManager::firstConnection()
     bind();
     connectChannel();
     const QStringList expected = queryFrames() + defaultRestoreFrames;
-    QTRY_COMPARE(m_invoker->frames().size(), expected.size());
-    QCOMPARE(m_invoker->frames(), expected);
+    QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
+    QCOMPARE(m_log->invoker().frames(), expected);
 }
 
 void TestSensorsEmulationManager::firstConnectionQueriesWhatIsInTheMapByThen()
@@ -719,8 +656,8 @@ void TestSensorsEmulationManager::firstConnectionQueriesWhatIsInTheMapByThen()
     QStringList names = sortedSensorNames;
     names.insert(2, u"barometer"_s);
     const QStringList expected = queryFrames(names) + defaultRestoreFrames;
-    QTRY_COMPARE(m_invoker->frames().size(), expected.size());
-    QCOMPARE(m_invoker->frames(), expected);
+    QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
+    QCOMPARE(m_log->invoker().frames(), expected);
 }
 
 void TestSensorsEmulationManager::firstConnectionRestoresStoredValues()
@@ -755,8 +692,8 @@ void TestSensorsEmulationManager::firstConnectionRestoresStoredValues()
             address + u"setProximitySensorValue int32:10"_s,
             address + u"setTapSensorValue int32:8"_s,
         };
-    QTRY_COMPARE(m_invoker->frames().size(), expected.size());
-    QCOMPARE(m_invoker->frames(), expected);
+    QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
+    QCOMPARE(m_log->invoker().frames(), expected);
     QCOMPARE(m_manager->magneticField()->x(), 1.5);
     QCOMPARE(m_manager->magneticField()->y(), 2.5);
     QCOMPARE(m_manager->magneticField()->z(), 3.5);
@@ -770,11 +707,11 @@ void TestSensorsEmulationManager::laterConnectionSwitchesSensorsAsTheyWere()
     connectChannel();
     m_manager->setSensorAvailable(u"gyroscope"_s, false);
     m_manager->setAlsLuxValue(7); // not stored yet: the stored value comes back
-    Q_EMIT m_channel->replyReceived(u"enabled:barometer:true::"_s);
-    QTRY_VERIFY(m_invoker->frames().contains(address + u"disableSensor string:barometer"_s));
-    m_invoker->takeFrames();
+    Q_EMIT m_log->channel()->replyReceived(u"enabled:barometer:true::"_s);
+    QTRY_VERIFY(m_log->invoker().frames().contains(address + u"disableSensor string:barometer"_s));
+    m_log->invoker().takeFrames();
 
-    m_invoker->dropClients();
+    m_log->invoker().dropClients();
     QStringList expected;
     QStringList names = sortedSensorNames;
     names.insert(2, u"barometer"_s);
@@ -783,8 +720,8 @@ void TestSensorsEmulationManager::laterConnectionSwitchesSensorsAsTheyWere()
         expected.append(address + (off ? u"disableSensor string:"_s : u"enableSensor string:"_s) + name);
     }
     expected += defaultRestoreFrames;
-    QTRY_COMPARE(m_invoker->frames().size(), expected.size());
-    QCOMPARE(m_invoker->frames(), expected);
+    QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
+    QCOMPARE(m_log->invoker().frames(), expected);
     QCOMPARE(m_manager->als()->lux(), 100);
     QVariantMap states = allSensors(true);
     states.insert(u"gyroscope"_s, false);
@@ -831,14 +768,14 @@ void TestSensorsEmulationManager::connectionEvents()
     QStringList first;
     for (const QString &name : sortedSensorNames)
         first << u"enabled string:"_s + name;
-    QCOMPARE(events(), first + restore);
+    QCOMPARE(m_log->takeEvents(), first + restore);
 
     m_manager->setupSensors();
     QStringList later;
     for (const QString &name : sortedSensorNames)
         later << u"sensorsEnabledStatesChanged"_s << u"enableSensor string:"_s + name
               << u"sensorsAvailabilityChanged"_s;
-    QCOMPARE(events(), later + restore);
+    QCOMPARE(m_log->takeEvents(), later + restore);
 }
 
 void TestSensorsEmulationManager::boundTwiceSetsUpTwice()
@@ -850,8 +787,8 @@ void TestSensorsEmulationManager::boundTwiceSetsUpTwice()
     for (const QString &name : sortedSensorNames)
         switches.append(address + u"enableSensor string:"_s + name);
     const QStringList expected = queryFrames() + defaultRestoreFrames + switches + defaultRestoreFrames;
-    QTRY_COMPARE(m_invoker->frames().size(), expected.size());
-    QCOMPARE(m_invoker->frames(), expected);
+    QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
+    QCOMPARE(m_log->invoker().frames(), expected);
 }
 
 void TestSensorsEmulationManager::availabilityIsForgottenByNobodyButMakeAllAvailable()
