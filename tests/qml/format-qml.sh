@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
-mapfile -d '' -t documents < <(git ls-files -z '*.qml')
+mapfile -d '' -t documents < <(git ls-files -z --cached --others --exclude-standard '*.qml')
 if ((${#documents[@]} == 0)); then
     echo "no QML files found" >&2
     exit 1

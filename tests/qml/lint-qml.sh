@@ -11,9 +11,9 @@ resources=${2:?usage: lint-qml.sh IMPORT_PATH RESOURCES}
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 qmllint=/usr/lib/qt6/bin/qmllint
 
-mapfile -d '' -t documents < <(git ls-files -z 'src/resources/*.qml')
-mapfile -d '' -t scripts < <(git ls-files -z 'src/resources/*.js' 'tests/*.js')
-mapfile -d '' -t tests < <(git ls-files -z 'tests/*.qml')
+mapfile -d '' -t documents < <(git ls-files -z --cached --others --exclude-standard 'src/resources/*.qml')
+mapfile -d '' -t scripts < <(git ls-files -z --cached --others --exclude-standard 'src/resources/*.js' 'tests/*.js')
+mapfile -d '' -t tests < <(git ls-files -z --cached --others --exclude-standard 'tests/*.qml')
 if ((${#documents[@]} == 0 || ${#scripts[@]} == 0 || ${#tests[@]} == 0)); then
     echo "no documents found" >&2
     exit 1

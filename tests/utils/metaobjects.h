@@ -10,8 +10,8 @@
 
 namespace TestUtils {
 
-/// What a class itself adds to its meta-object, in its order: signals as "signal name(type parameter)", other methods as
-/// "name(type parameter)". A result that is not void stands in front.
+/// What a class itself adds to its meta-object, in its order: signals as "signal name(type parameter)", other methods
+/// as "name(type parameter)". A result that is not void stands in front.
 inline QStringList ownMethods(const QMetaObject &metaObject)
 {
     QStringList methods;

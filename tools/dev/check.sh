@@ -15,10 +15,10 @@ verb_check() {
     build_preset release
     ctest --test-dir "$build_root/release" --label-regex '^check$' --output-on-failure
     say "clang-tidy"
-    (cd "$project" && git ls-files -z 'src/*.cpp' 'platform/*.cpp' 'emulator/*.cpp') |
+    (cd "$project" && git ls-files -z --cached --others --exclude-standard 'src/*.cpp' 'platform/*.cpp' 'emulator/*.cpp') |
         (cd "$project" && xargs -0 -P 2 -n 4 clang-tidy --quiet --warnings-as-errors='*' -p "$build_root/release")
     say "clazy"
-    (cd "$project" && git ls-files -z 'src/*.cpp' 'platform/*.cpp' 'emulator/*.cpp') |
+    (cd "$project" && git ls-files -z --cached --others --exclude-standard 'src/*.cpp' 'platform/*.cpp' 'emulator/*.cpp') |
         (cd "$project" && xargs -0 -P 2 -n 4 clazy-standalone --checks="$clazy_checks" \
             --extra-arg=-Wno-cast-function-type-mismatch -p "$build_root/release")
     say "checked"

@@ -5,6 +5,6 @@
 
 verb_format() {
     cd "$project"
-    git ls-files -z '*.cpp' '*.h' | xargs -0 -r clang-format -i
-    git ls-files -z '*.qml' | xargs -0 -r /usr/lib/qt6/bin/qmlformat -i
+    git ls-files -z --cached --others --exclude-standard '*.cpp' '*.h' | xargs -0 -r clang-format -i
+    git ls-files -z --cached --others --exclude-standard '*.qml' | xargs -0 -r /usr/lib/qt6/bin/qmlformat -i
 }
