@@ -17,7 +17,19 @@ libraries=${libraries#"$prefix"/}
 root=$scratch/root$prefix
 
 check "it is installed" env DESTDIR="$scratch/root" cmake --install "$build" --prefix "$prefix"
-expected="bin/velmo-minimal.ini
+expected="bin/configs/default.ini
+bin/configs/velmo-minimal.ini
+bin/configs/velmo-phone.ini
+bin/configs/velmo-tablet.ini
+bin/meshes/default.obj
+bin/meshes/velmo-minimal.obj
+bin/meshes/velmo-phone.obj
+bin/meshes/velmo-tablet.obj
+bin/textures/default.png
+bin/textures/velmo-minimal.png
+bin/textures/velmo-phone.png
+bin/textures/velmo-tablet.png
+bin/velmo-minimal.ini
 bin/velmo-phone.ini
 bin/velmo-tablet.ini
 $libraries/libQSsh.so.16
