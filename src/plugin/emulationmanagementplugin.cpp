@@ -111,6 +111,7 @@ void EmulationManagementPlugin::setupContextProperties()
     context->setContextProperty(u"remoteDBusInvokerService"_s, &m_remoteDBusInvokerService);
     context->setContextProperty(u"gpsEmulationManager"_s, &m_gpsEmulationManager);
     context->setContextProperty(u"sensorsEmulationManager"_s, &m_sensorsEmulationManager);
+    context->setContextProperty(u"smartphone3DModelConfig"_s, &m_smartphone3DModelConfig);
     context->setContextProperty(u"emulationManagementPlugin"_s, this);
     setThemeContextProperties(context); // once: the view does not follow a later change of the theme
 }
@@ -249,12 +250,19 @@ void EmulationManagementPlugin::setUpEmulatorConnection()
     if (!m_emulator)
         return;
 
-    updateSensorsConfiguration(m_emulator->deviceModel().name);
+    const QString deviceModelName = m_emulator->deviceModel().name;
+    updateSensorsConfiguration(deviceModelName);
+    m_smartphone3DModelConfig.updateSmartphone3DModel(deviceModelName);
     connect(
         m_emulator,
         &Tarn::Emulator::deviceModelNameChanged,
         this,
         &EmulationManagementPlugin::updateSensorsConfiguration);
+    connect(
+        m_emulator,
+        &Tarn::Emulator::deviceModelNameChanged,
+        &m_smartphone3DModelConfig,
+        &Smartphone3DModelConfig::updateSmartphone3DModel);
 
     connect(
         &m_remoteDBusInvokerService,

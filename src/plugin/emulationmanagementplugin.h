@@ -5,6 +5,7 @@
 
 #include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
+#include "phone/smartphone3dmodelconfig.h"
 #include "plugin/emulationmanagementpackageschecker.h"
 #include "remote/remotedbusinvokerservice.h"
 #include "sensors/sensorsemulationmanager.h"
@@ -77,6 +78,7 @@ private:
     RemoteDBusInvokerService m_remoteDBusInvokerService;
     GPSEmulationManager m_gpsEmulationManager;
     SensorsEmulationManager m_sensorsEmulationManager{nullptr};
+    Smartphone3DModelConfig m_smartphone3DModelConfig;
     CameraEmulationManager m_cameraEmulationManager;
     QQuickView m_view;
     QPointer<Tarn::Sdk> m_sdk;

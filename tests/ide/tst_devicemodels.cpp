@@ -4,11 +4,16 @@
 #include "ide/emulatorfixture.h"
 #include "ide/ide.h"
 #include "ide/testregistry.h"
+#include "utils/signallog.h"
 
+#include <tarn/emulator.h>
 #include <tarn/sdk.h>
 
+#include <QCoreApplication>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
+#include <QUrl>
 
 #include <memory>
 
@@ -22,17 +27,41 @@ class tst_DeviceModels : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void firstOneIsShown();
     void areOffered();
     void haveTheirSensors_data();
     void haveTheirSensors();
+    void haveTheirLooks_data();
+    void haveTheirLooks();
+    void sensorsAreToldBeforeLooks();
+    void notificationShowsTheEmulatorsOwn();
 
 private:
     std::unique_ptr<EmulatorFixture> m_fixture;
 };
 
 namespace {
+
 const RegisterTest<tst_DeviceModels> registration;
+
+QObject *modelConfig()
+{
+    return contextProperty(u"smartphone3DModelConfig"_s).value<QObject *>();
 }
+
+// Both files of a model, which are beside the IDE's executable.
+void verifyShownModel(const QString &name)
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString mesh = QUrl(modelConfig()->property("smartphone3DModelMeshUri").toString()).toLocalFile();
+    const QString texture = QUrl(modelConfig()->property("smartphone3DModelTextureUri").toString()).toLocalFile();
+    QCOMPARE(mesh, u"%1/meshes/%2.obj"_s.arg(folder, name));
+    QCOMPARE(texture, u"%1/textures/%2.png"_s.arg(folder, name));
+    QVERIFY(QFile::exists(mesh));
+    QVERIFY(QFile::exists(texture));
+}
+
+} // namespace
 
 void tst_DeviceModels::initTestCase()
 {
@@ -42,6 +71,13 @@ void tst_DeviceModels::initTestCase()
     QVERIFY(m_fixture->emulator());
     openView();
     QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), connectionFrameCount, 30'000);
+}
+
+// The emulator's own, before any change.
+void tst_DeviceModels::firstOneIsShown()
+{
+    QCOMPARE(m_fixture->emulator()->deviceModel().name, u"Velmo Phone"_s);
+    verifyShownModel(u"velmo-phone"_s);
 }
 
 void tst_DeviceModels::areOffered()
@@ -90,6 +126,66 @@ void tst_DeviceModels::haveTheirSensors()
     changed.clear();
     m_fixture->framesOfDeviceModel(name);
     QCOMPARE(changed.size(), atOnce * allSensors.size());
+}
+
+void tst_DeviceModels::haveTheirLooks_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("model");
+
+    QTest::newRow("minimal") << u"Velmo Minimal"_s << u"velmo-minimal"_s;
+    QTest::newRow("phone") << u"Velmo Phone"_s << u"velmo-phone"_s;
+    QTest::newRow("tablet") << u"Velmo Tablet"_s << u"velmo-tablet"_s;
+    QTest::newRow("a model without a file looks like any") << u"Known to nobody"_s << u"default"_s;
+    QTest::newRow("names are compared with their letter case") << u"velmo tablet"_s << u"default"_s;
+}
+
+void tst_DeviceModels::haveTheirLooks()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, model);
+
+    QSignalSpy changed(modelConfig(), SIGNAL(smartphone3DModelConfigChanged()));
+    QSignalSpy meshChanged(modelConfig(), SIGNAL(smartphone3DModelMeshUriChanged()));
+    QSignalSpy textureChanged(modelConfig(), SIGNAL(smartphone3DModelTextureUriChanged()));
+    Q_EMIT m_fixture->emulator()->deviceModelNameChanged(name);
+    verifyShownModel(model);
+    // Once for each of the SDK's notifications so far, as the sensors are.
+    const qsizetype times = changed.size();
+    QCOMPARE_GT(times, 0);
+    Q_EMIT m_fixture->emulator()->deviceModelNameChanged(name);
+    QCOMPARE(changed.size(), 2 * times);
+    QCOMPARE(meshChanged.size(), 0);
+    QCOMPARE(textureChanged.size(), 0);
+}
+
+void tst_DeviceModels::sensorsAreToldBeforeLooks()
+{
+    TestUtils::SignalLog log;
+    log.watch(sensorsManager(), u"sensors"_s);
+    log.watch(modelConfig(), u"looks"_s);
+    Q_EMIT m_fixture->emulator()->deviceModelNameChanged(u"Known to nobody"_s);
+
+    const QStringList once{u"sensors.sensorsAvailabilityChanged"_s, u"looks.smartphone3DModelConfigChanged"_s};
+    QStringList entries;
+    for (const QString &entry : log.entries()) {
+        if (once.contains(entry))
+            entries.append(entry);
+    }
+    QStringList expected;
+    while (expected.size() < entries.size())
+        expected += once;
+    QVERIFY(!entries.isEmpty());
+    QCOMPARE(entries, expected);
+}
+
+// The last of all: each notification lets every later change be applied once more.
+void tst_DeviceModels::notificationShowsTheEmulatorsOwn()
+{
+    Q_EMIT m_fixture->emulator()->deviceModelNameChanged(u"Velmo Tablet"_s);
+    verifyShownModel(u"velmo-tablet"_s);
+    Q_EMIT Tarn::Sdk::instance()->deviceModelsChanged();
+    verifyShownModel(u"velmo-phone"_s);
 }
 
 #include "tst_devicemodels.moc"

@@ -16,6 +16,7 @@
 #include <QAction>
 #include <QColor>
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMenu>
@@ -28,6 +29,7 @@
 #include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using namespace IdeTests;
@@ -42,6 +44,7 @@ private Q_SLOTS:
     void pluginObject();
     void menuEntry();
     void contextProperties();
+    void defaultModelIsConfigured();
     void themeValues();
     void creatableTypes_data();
     void creatableTypes();
@@ -129,6 +132,7 @@ void tst_Startup::contextProperties()
     };
     QCOMPARE(className("remoteDBusInvokerService"), "EmulationManagement::Internal::RemoteDBusInvokerService");
     QCOMPARE(className("sensorsEmulationManager"), "EmulationManagement::Internal::SensorsEmulationManager");
+    QCOMPARE(className("smartphone3DModelConfig"), "EmulationManagement::Internal::Smartphone3DModelConfig");
     QCOMPARE(className("cameraEmulationManager"), "CameraEmulationManager");
     QCOMPARE(contextProperty(u"emulationManagementPlugin"_s).value<QObject *>(), plugin());
 
@@ -136,6 +140,19 @@ void tst_Startup::contextProperties()
     QCOMPARE(
         manager->property("rdbusinvoker").value<QObject *>(),
         contextProperty(u"remoteDBusInvokerService"_s).value<QObject *>());
+    QCOMPARE(contextProperty(u"smartphone3DModelConfig"_s).value<QObject *>()->parent(), nullptr);
+}
+
+// Without an emulator, nothing but the model of no device in particular.
+void tst_Startup::defaultModelIsConfigured()
+{
+    const auto *config = contextProperty(u"smartphone3DModelConfig"_s).value<QObject *>();
+    const QDir folder(QCoreApplication::applicationDirPath());
+    const QString mesh = QUrl(config->property("smartphone3DModelMeshUri").toString()).toLocalFile();
+    const QString texture = QUrl(config->property("smartphone3DModelTextureUri").toString()).toLocalFile();
+    QCOMPARE(mesh, folder.filePath(u"meshes/default.obj"_s));
+    QCOMPARE(texture, folder.filePath(u"textures/default.png"_s));
+    QVERIFY(QFile::exists(mesh) && QFile::exists(texture));
 }
 
 void tst_Startup::themeValues()
