@@ -524,6 +524,82 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Orientation Management</source>
         <translation>Ausrichtung</translation>
     </message>
+    <message>
+        <source>Top up</source>
+        <translation>Oberkante oben</translation>
+    </message>
+    <message>
+        <source>Left side up</source>
+        <translation>Linke Seite oben</translation>
+    </message>
+    <message>
+        <source>Top down</source>
+        <translation>Oberkante unten</translation>
+    </message>
+    <message>
+        <source>Right side up</source>
+        <translation>Rechte Seite oben</translation>
+    </message>
+    <message>
+        <source>Face up</source>
+        <translation>Bildschirm oben</translation>
+    </message>
+    <message>
+        <source>Face down</source>
+        <translation>Bildschirm unten</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <translation>Drehung</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Bewegung</translation>
+    </message>
+    <message>
+        <source>X-Rot</source>
+        <translation>X-Drehung</translation>
+    </message>
+    <message>
+        <source>Y-Rot</source>
+        <translation>Y-Drehung</translation>
+    </message>
+    <message>
+        <source>Z-Rot</source>
+        <translation>Z-Drehung</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+    <message>
+        <source>Device rotation</source>
+        <translation>Drehung des Geräts</translation>
+    </message>
+    <message>
+        <source>Resulting values</source>
+        <translation>Resultierende Werte</translation>
+    </message>
+    <message>
+        <source>Accelerometer (m/s²)</source>
+        <translation>Beschleunigungssensor (m/s²)</translation>
+    </message>
+    <message>
+        <source>Gyroscope (°/s)</source>
+        <translation>Gyroskop (°/s)</translation>
+    </message>
+    <message>
+        <source>Magnetometer (μT)</source>
+        <translation>Magnetometer (μT)</translation>
+    </message>
 </context>
 <context>
     <name>TapSensorControls</name>

@@ -524,6 +524,82 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Orientation Management</source>
         <translation>Orientation Management</translation>
     </message>
+    <message>
+        <source>Top up</source>
+        <translation>Top up</translation>
+    </message>
+    <message>
+        <source>Left side up</source>
+        <translation>Left side up</translation>
+    </message>
+    <message>
+        <source>Top down</source>
+        <translation>Top down</translation>
+    </message>
+    <message>
+        <source>Right side up</source>
+        <translation>Right side up</translation>
+    </message>
+    <message>
+        <source>Face up</source>
+        <translation>Face up</translation>
+    </message>
+    <message>
+        <source>Face down</source>
+        <translation>Face down</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <translation>Rotation</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>X-Rot</source>
+        <translation>X-Rot</translation>
+    </message>
+    <message>
+        <source>Y-Rot</source>
+        <translation>Y-Rot</translation>
+    </message>
+    <message>
+        <source>Z-Rot</source>
+        <translation>Z-Rot</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+    <message>
+        <source>Device rotation</source>
+        <translation>Device rotation</translation>
+    </message>
+    <message>
+        <source>Resulting values</source>
+        <translation>Resulting values</translation>
+    </message>
+    <message>
+        <source>Accelerometer (m/s²)</source>
+        <translation>Accelerometer (m/s²)</translation>
+    </message>
+    <message>
+        <source>Gyroscope (°/s)</source>
+        <translation>Gyroscope (°/s)</translation>
+    </message>
+    <message>
+        <source>Magnetometer (μT)</source>
+        <translation>Magnetometer (μT)</translation>
+    </message>
 </context>
 <context>
     <name>TapSensorControls</name>

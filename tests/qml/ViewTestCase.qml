@@ -82,6 +82,11 @@ TestCase {
         view.width = Qt.binding(() => root.width);
         view.height = Qt.binding(() => root.height);
         waitForRendering(view);
+        // A connection comes between the view's creation and its first show, and brings the stored values, at first the
+        // defaults.
+        sensorsEmulationManager.setDefaultValues();
+        sensorsEmulationManager.sensorsInitialized();
+        host.takeFrames();
     }
 
     function init() {
@@ -92,7 +97,6 @@ TestCase {
         for (const sensor of Object.keys(sensorsEmulationManager.sensorsEnabledStates))
             sensorsEmulationManager.setSensorEnabled(sensor, true);
         createView();
-        host.takeFrames();
     }
 
     function cleanup() {

@@ -10,6 +10,8 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMetaEnum>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -100,6 +102,12 @@ int Eyes::changedPixels(const QImage &one, const QImage &other) const
         }
     }
     return changed;
+}
+
+void Keyboard::send(QEvent::Type type, int key, int modifiers)
+{
+    QKeyEvent event(type, key, Qt::KeyboardModifiers(modifiers));
+    QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &event);
 }
 
 QUrl Files::write(const QString &name, const QString &text, int times)
@@ -227,6 +235,7 @@ void TestSetup::qmlEngineAvailable(QQmlEngine *engine)
     engine->rootContext()->setContextProperty(u"host"_s, &m_host);
     engine->rootContext()->setContextProperty(u"invoker"_s, m_host.invoker());
     engine->rootContext()->setContextProperty(u"messageBoxes"_s, &m_messageBoxes);
+    engine->rootContext()->setContextProperty(u"keyboard"_s, &m_keyboard);
     engine->rootContext()->setContextProperty(u"screenReader"_s, &m_screenReader);
     engine->rootContext()->setContextProperty(u"eyes"_s, &m_eyes);
     engine->rootContext()->setContextProperty(u"files"_s, &m_files);

@@ -9,6 +9,7 @@
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QImage>
 #include <QObject>
 #include <QTemporaryDir>
@@ -64,6 +65,22 @@ public:
     /// How many pixels of two pictures of the same size one can tell from each other: their contrast is at least 1.2
     /// to 1.
     Q_INVOKABLE int changedPixels(const QImage &one, const QImage &other) const;
+};
+
+/// Single events of the keyboard, with the modifiers that the test wants. Quick Test's own presses bring along presses
+/// of the modifiers' keys.
+class Keyboard : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    Q_INVOKABLE void press(int key, int modifiers = 0) { send(QEvent::KeyPress, key, modifiers); }
+    Q_INVOKABLE void release(int key, int modifiers = 0) { send(QEvent::KeyRelease, key, modifiers); }
+
+private:
+    void send(QEvent::Type type, int key, int modifiers);
 };
 
 /// Files in a folder that goes with the test.
@@ -157,6 +174,7 @@ private:
     MessageBoxes m_messageBoxes;
     ScreenReader m_screenReader;
     Eyes m_eyes;
+    Keyboard m_keyboard;
     Files m_files;
     Streams m_streams;
     Watchdog m_watchdog;

@@ -195,6 +195,14 @@ run_in_tree() {
         --unsetenv XDG_CACHE_HOME --unsetenv XDG_CONFIG_HOME --unsetenv XDG_DATA_HOME
         --unsetenv DBUS_SESSION_BUS_ADDRESS
     )
+    # What this machine trusts, and where its user's npm gets packages from.
+    local certificates=/etc/ssl/certs/ca-certificates.crt
+    if [[ -f $certificates ]]; then
+        options+=(--ro-bind "$certificates" "$certificates" --setenv npm_config_cafile "$certificates")
+    fi
+    if [[ -f $HOME/.npmrc ]]; then
+        options+=(--ro-bind "$HOME/.npmrc" /run/npmrc --setenv npm_config_userconfig /run/npmrc)
+    fi
     # A linked git work tree keeps its repository elsewhere.
     local repository
     repository=$(git -C "$project" rev-parse --path-format=absolute --git-common-dir 2>/dev/null || true)

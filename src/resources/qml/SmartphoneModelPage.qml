@@ -4,18 +4,340 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Controls
+import org.quova 1.0
+import "../js/smartphone-model-page-logic.js" as Logic
 
+// Turns and moves a virtual phone. What its accelerometer, gyroscope and magnetometer read goes to the emulator.
 ManagementPage {
     id: root
 
-    Accessible.name: qsTr("Orientation Management")
+    readonly property SensorsEmulationManager manager: sensorsEmulationManager // qmllint disable unqualified
+    readonly property bool rotationMode: rotationRadioButton.checked
 
-    PageTitle {
-        anchors {
-            left: parent.left
-            top: parent.top
-            margins: 15
+    property var locale: Qt.locale("en_US")
+    property double stepSize: 0.01
+    property int numberRoundingSize: 3
+    property bool integer: false
+    // Degrees.
+    property double rotMinValue: -180
+    property double rotMaxValue: 180
+    // Positions, in units of phoneSizeCoefficient metres.
+    property double moveMinValue: -2
+    property double moveMaxValue: 2
+    property double moveBaseValue: 0
+    property double phoneSizeCoefficient: 0.06
+
+    // The pointer's last position in a drag, and where the phone's centre is.
+    property double xBaseCoordinate
+    property double yBaseCoordinate
+    property double xOriginCoordinate: mouseArea.width / 2
+    property double yOriginCoordinate: mouseArea.height / 2
+
+    property bool controlModifierPressed: false
+    // Seconds between two readings.
+    property double timerInterval: 0.1
+
+    // The last two positions in metres, and the speed between them.
+    property double xMovePrevPrevValue: 0
+    property double yMovePrevPrevValue: 0
+    property double zMovePrevPrevValue: 0
+    property double xMovePrevValue: 0
+    property double yMovePrevValue: 0
+    property double zMovePrevValue: 0
+    property double xMoveInitSpeed: 0
+    property double yMoveInitSpeed: 0
+    property double zMoveInitSpeed: 0
+
+    // m/s²
+    property double gravityAccelEarth: 9.80665
+    property double accXValue
+    property double accYValue
+    property double accZValue
+    // From m/s² to thousandths of g.
+    property double accGravityCoef: 1000 / gravityAccelEarth
+
+    // Whether the slider has gone past an end of its range since the gyroscope's last step.
+    property bool xRotSliderReset: false
+    property bool yRotSliderReset: false
+    property bool zRotSliderReset: false
+    // Degrees at that step, and turns per second in it.
+    property double xGyroPrevValue: 0
+    property double yGyroPrevValue: 0
+    property double zGyroPrevValue: 0
+    property double xGyroRotFrequency: 0
+    property double yGyroRotFrequency: 0
+    property double zGyroRotFrequency: 0
+    // Degrees per second.
+    property double gyroXValue
+    property double gyroYValue
+    property double gyroZValue
+
+    // In the unit of the emulated field, and from there to the magnetometer's.
+    property double magnetXValue
+    property double magnetYValue
+    property double magnetZValue
+    property double microToWholeCoef: 0.000001
+
+    readonly property var iconsModel: [1, 2, 3, 4, 5, 6].map(number => "qrc:/emulationmanagement/icons/phone_%1%2.png".arg(number).arg(darkUserInterface ? "_light" : "")) // qmllint disable unqualified
+    readonly property var orientationNames: [qsTr("Top up"), qsTr("Left side up"), qsTr("Top down"), qsTr("Right side up"), qsTr("Face up"), qsTr("Face down")]
+    readonly property list<SensorResultLabel> sensorLabels: [accelerometerLabel, gyroscopeLabel, magnetometerLabel]
+
+    Accessible.name: qsTr("Orientation Management")
+    onActiveChanged: {
+        if (active)
+            Logic.handleActivation();
+    }
+    onControlModifierPressedChanged: Logic.switchMode()
+    Component.onCompleted: Logic.updatePoseValues()
+
+    Timer {
+        id: timer
+
+        objectName: "timer"
+        interval: root.timerInterval * 1000
+        repeat: true
+        running: root.active
+        onTriggered: Logic.handleTimer()
+    }
+
+    ButtonGroup {
+        id: modeGroup
+    }
+
+    component PoseSlider: SliderWithTextField {
+        locale: root.locale
+        width: parent.width
+        stepSize: root.stepSize
+        numberRoundingSize: root.numberRoundingSize
+        integer: root.integer
+        additionalControlsWidth: 20
+    }
+
+    component RotationSlider: PoseSlider {
+        minValue: root.rotMinValue
+        maxValue: root.rotMaxValue
+        valueUnits: "°"
+        onSliderSubmited: Logic.updatePoseValues()
+    }
+
+    component MoveSlider: PoseSlider {
+        minValue: root.moveMinValue
+        maxValue: root.moveMaxValue
+    }
+
+    component ResultLabel: SensorResultLabel {
+        manager: root.manager
+        locale: root.locale
+        decimals: root.numberRoundingSize
+    }
+
+    PageScrollView {
+        id: scrollView
+
+        objectName: "scrollView"
+        contentWidth: availableWidth
+        contentHeight: content.height
+        // A field that is being edited keeps its keys.
+        Keys.enabled: !(focusItem instanceof TextInput)
+        Keys.onPressed: event => Logic.handleKeyPress(event)
+        Keys.onReleased: event => Logic.handleKeyRelease(event)
+        onVisibleChanged: {
+            if (visible)
+                content.forceActiveFocus();
         }
-        text: qsTr("Orientation Management")
+
+        Column {
+            id: content
+
+            x: 15
+            width: scrollView.availableWidth - 30
+            topPadding: 15
+            bottomPadding: 15
+            spacing: 15
+
+            PageTitle {
+                id: titleLabel
+
+                objectName: "titleLabel"
+                text: qsTr("Orientation Management")
+            }
+
+            Row {
+                spacing: 15
+
+                RadioButton {
+                    id: rotationRadioButton
+
+                    objectName: "rotationRadioButton"
+                    text: qsTr("Rotation")
+                    checked: true
+                    ButtonGroup.group: modeGroup
+                }
+
+                RadioButton {
+                    id: moveRadioButton
+
+                    objectName: "moveRadioButton"
+                    text: qsTr("Move")
+                    ButtonGroup.group: modeGroup
+                }
+            }
+
+            Column {
+                id: rotationSliders
+
+                objectName: "rotationSliders"
+                visible: root.rotationMode
+                width: parent.width
+                spacing: 5
+
+                RotationSlider {
+                    id: xRotSlider
+
+                    objectName: "xRotSlider"
+                    label: qsTr("X-Rot")
+                }
+
+                RotationSlider {
+                    id: yRotSlider
+
+                    objectName: "yRotSlider"
+                    label: qsTr("Y-Rot")
+                }
+
+                RotationSlider {
+                    id: zRotSlider
+
+                    objectName: "zRotSlider"
+                    label: qsTr("Z-Rot")
+                }
+            }
+
+            Column {
+                id: moveSliders
+
+                objectName: "moveSliders"
+                visible: !root.rotationMode
+                width: parent.width
+                spacing: 5
+
+                MoveSlider {
+                    id: xMoveSlider
+
+                    objectName: "xMoveSlider"
+                    label: qsTr("X")
+                    onValueChanged: Logic.updateXOrigin()
+                }
+
+                MoveSlider {
+                    id: yMoveSlider
+
+                    objectName: "yMoveSlider"
+                    label: qsTr("Y")
+                    onValueChanged: Logic.updateYOrigin()
+                }
+
+                MoveSlider {
+                    id: zMoveSlider
+
+                    objectName: "zMoveSlider"
+                    label: qsTr("Z")
+                }
+            }
+
+            Column {
+                spacing: 5
+
+                PageTitle {
+                    id: deviceRotationLabel
+
+                    objectName: "deviceRotationLabel"
+                    text: qsTr("Device rotation")
+                }
+
+                Row {
+                    spacing: 5
+
+                    Repeater {
+                        model: root.iconsModel
+
+                        IconButton {
+                            required property int index
+                            required property string modelData
+
+                            objectName: "orientationButton%1".arg(index)
+                            width: 40
+                            height: 40
+                            icon.source: modelData
+                            icon.width: 32
+                            icon.height: 32
+                            icon.color: "transparent" // as it was drawn
+                            name: root.orientationNames[index]
+                            onClicked: Logic.switchOrientation(index)
+                        }
+                    }
+                }
+            }
+
+            Column {
+                id: resultingValues
+
+                objectName: "resultingValues"
+                visible: root.sensorLabels.some(label => label.available)
+                spacing: 5
+
+                PageTitle {
+                    id: resultingValuesLabel
+
+                    objectName: "resultingValuesLabel"
+                    text: qsTr("Resulting values")
+                }
+
+                ResultLabel {
+                    id: accelerometerLabel
+
+                    objectName: "accelerometerLabel"
+                    sensorName: "accelerometer"
+                    title: qsTr("Accelerometer (m/s²)")
+                    values: [root.accXValue, root.accYValue, root.accZValue].map(Logic.convertAccValue)
+                }
+
+                ResultLabel {
+                    id: gyroscopeLabel
+
+                    objectName: "gyroscopeLabel"
+                    sensorName: "gyroscope"
+                    title: qsTr("Gyroscope (°/s)")
+                    values: [root.gyroXValue, root.gyroYValue, root.gyroZValue]
+                }
+
+                ResultLabel {
+                    id: magnetometerLabel
+
+                    objectName: "magnetometerLabel"
+                    sensorName: "magnetometer"
+                    title: qsTr("Magnetometer (μT)")
+                    values: [root.magnetXValue, root.magnetYValue, root.magnetZValue]
+                }
+            }
+        }
+    }
+
+    SmartphoneModel {
+        id: smartphoneModel
+
+        objectName: "smartphoneModel"
+        anchors.centerIn: parent
+    }
+
+    MouseArea {
+        id: mouseArea
+
+        objectName: "mouseArea"
+        anchors.fill: smartphoneModel
+        onPressed: mouse => Logic.handleMousePress(mouse)
+        onPositionChanged: mouse => Logic.handleMouseMove(mouse)
+        onWheel: wheel => Logic.handleWheel(wheel)
     }
 }

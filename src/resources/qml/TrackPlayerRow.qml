@@ -24,7 +24,7 @@ Row {
 
     spacing: 10
 
-    PlayerButton {
+    IconButton {
         id: playButton
 
         objectName: "playButton"
@@ -34,7 +34,7 @@ Row {
         onClicked: root.playRequested()
     }
 
-    PlayerButton {
+    IconButton {
         id: pauseButton
 
         objectName: "pauseButton"
@@ -44,7 +44,7 @@ Row {
         onClicked: root.pauseRequested()
     }
 
-    PlayerButton {
+    IconButton {
         id: stopButton
 
         objectName: "stopButton"

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: EmulationManagement contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import org.quova 1.0
+
+// The three values that a sensor reads.
+Label {
+    id: root
+
+    required property SensorsEmulationManager manager
+    required property string sensorName
+    required property string title
+    required property list<double> values
+    required property var locale
+    required property int decimals
+    // Unlike "visible", also while the page is hidden.
+    readonly property bool available: manager.sensorsAvailability[sensorName] ?? false
+
+    visible: available
+    enabled: manager.sensorsEnabledStates[sensorName] ?? false
+    text: title + ": " + values.map(value => value.toLocaleString(locale, "f", decimals)).join(" ")
+    Accessible.name: text
+}
