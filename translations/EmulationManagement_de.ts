@@ -521,10 +521,6 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
 <context>
     <name>SmartphoneModelPage</name>
     <message>
-        <source>Orientation Management</source>
-        <translation>Ausrichtung</translation>
-    </message>
-    <message>
         <source>Top up</source>
         <translation>Oberkante oben</translation>
     </message>
@@ -547,6 +543,10 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>Face down</source>
         <translation>Bildschirm unten</translation>
+    </message>
+    <message>
+        <source>Orientation Management</source>
+        <translation>Ausrichtung</translation>
     </message>
     <message>
         <source>Rotation</source>

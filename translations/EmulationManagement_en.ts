@@ -521,10 +521,6 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
 <context>
     <name>SmartphoneModelPage</name>
     <message>
-        <source>Orientation Management</source>
-        <translation>Orientation Management</translation>
-    </message>
-    <message>
         <source>Top up</source>
         <translation>Top up</translation>
     </message>
@@ -547,6 +543,10 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     <message>
         <source>Face down</source>
         <translation>Face down</translation>
+    </message>
+    <message>
+        <source>Orientation Management</source>
+        <translation>Orientation Management</translation>
     </message>
     <message>
         <source>Rotation</source>

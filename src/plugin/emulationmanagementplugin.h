@@ -5,7 +5,7 @@
 
 #include "camera/cameraemulationmanager.h"
 #include "gps/gpsemulationmanager.h"
-#include "phone/smartphone3dmodelconfig.h"
+#include "model3d/smartphone3dmodelconfig.h"
 #include "plugin/emulationmanagementpackageschecker.h"
 #include "remote/remotedbusinvokerservice.h"
 #include "sensors/sensorsemulationmanager.h"

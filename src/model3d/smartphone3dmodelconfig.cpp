@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "phone/smartphone3dmodelconfig.h"
+#include "model3d/smartphone3dmodelconfig.h"
 
 #include <QCoreApplication>
 #include <QDir>
