@@ -4,6 +4,8 @@
 // What the channel adds to the bare socket that it sends through: the same frames, in turns, to the same kind of
 // server.
 
+#include "quantiles.h"
+
 #include "remote/remotedbusinvokerservice.h"
 
 #include "utils/recordinginvoker.h"
@@ -60,13 +62,6 @@ bool measure(RecordingInvoker &invoker, const std::function<void()> &send, const
     times.wire.push_back(double(timer.nsecsElapsed()));
     QObject::disconnect(connection);
     return complete && invoker.takeFrames() == QStringList(framesPerRound, frame);
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 int fail(const char *text)

@@ -4,6 +4,8 @@
 // How fast the same logs are read: by the plugin, by Qt Positioning and by the script that says the same rules. Each is
 // given a log as it takes it: Qt Positioning the bytes, the others the text that the page has decoded anyway.
 
+#include "../quantiles.h"
+
 #include "gps/nmealog.h"
 
 #include <QBuffer>
@@ -173,13 +175,6 @@ private:
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_object;
 };
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 // Lines a second, or 0 when any was not read.
 double speed(const Reader &read, const QByteArray &bytes, int rounds)

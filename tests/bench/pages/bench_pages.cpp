@@ -4,9 +4,10 @@
 // What a user of the view waits for: a slider's step, from the mouse's move to the frame on the wire, next to the same
 // frames through a bare socket; and a page, from the click on its button to its picture. And what both leave in memory.
 
+#include "benchview.h"
+#include "quantiles.h"
 #include "remote/remotedbusinvokerservice.h"
 #include "sensors/sensorsemulationmanager.h"
-#include "view/viewhost.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -33,20 +34,6 @@ using EmulationManagement::Internal::RemoteDBusInvokerService;
 namespace {
 
 constexpr int stepsPerRound = 1000;
-constexpr int patience = 60'000; // ms
-
-[[noreturn]] void fail(const char *text)
-{
-    std::fprintf(stderr, "bench_pages: %s\n", text);
-    std::exit(EXIT_FAILURE);
-}
-
-double quantile(std::vector<double> values, double part)
-{
-    const auto place = values.begin() + std::ptrdiff_t(double(values.size() - 1) * part);
-    std::nth_element(values.begin(), place, values.end());
-    return *place;
-}
 
 double milliseconds(const QElapsedTimer &timer)
 {
@@ -62,27 +49,14 @@ struct StepTimes
     int frames = 0;
 };
 
-class Bench
+class Bench : private BenchView
 {
 public:
     Bench()
     {
-        m_host.setTheme(u"light-2024"_s);
-        m_host.setUp(m_view.rootContext());
-        const QStringList sensors = m_host.sensors()->sensorsEnabledStates().keys();
-        for (const QString &sensor : sensors)
-            m_host.sensors()->setSensorEnabled(sensor, true);
-        m_view.setResizeMode(QQuickView::SizeRootObjectToView);
-        m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
-        m_view.show();
-        m_view.requestActivate();
-        if (!m_view.rootObject() || !QTest::qWaitForWindowActive(&m_view, patience))
-            fail("no view");
-
         m_bare.open(QUrl(u"ws://127.0.0.1:%1"_s.arg(RemoteDBusInvokerService::hostTcpPort)));
         if (!QTest::qWaitFor([this] { return m_bare.isValid(); }, patience))
             fail("no connection");
-        m_host.takeFrames();
     }
 
     /// Drags the handle of a slider to and fro, one pixel a step.
@@ -95,17 +69,17 @@ public:
             const int x = step % (2 * way);
             return left + QPoint(x < way ? x : 2 * way - x, 0);
         };
-        QTest::mousePress(&m_view, Qt::LeftButton, {}, place(0));
-        m_host.takeFrames(); // the press is a step itself where the handle was elsewhere
+        QTest::mousePress(&window(), Qt::LeftButton, {}, place(0));
+        host().takeFrames(); // the press is a step itself where the handle was elsewhere
         const StepTimes times = round([&](int step) { moveMouse(place(step + 1)); });
-        QTest::mouseRelease(&m_view, Qt::LeftButton, {}, place(stepsPerRound));
+        QTest::mouseRelease(&window(), Qt::LeftButton, {}, place(stepsPerRound));
         return times;
     }
 
     /// The same number of steps without the view: the manager with its models, or only the channel, or a bare socket.
     StepTimes callManager()
     {
-        return round([this](int step) { m_host.sensors()->setAccelerometerX(step); });
+        return round([this](int step) { host().sensors()->setAccelerometerX(step); });
     }
 
     StepTimes callChannel()
@@ -113,7 +87,7 @@ public:
         const QString name = u"ru.kelo.SensorfwEmulationManagement"_s;
         const QString object = u"/ru/kelo/SensorfwEmulationManagement"_s;
         return round([&](int step) {
-            m_host.channel()->callDBusMethod(
+            host().channel()->callDBusMethod(
                 u"system"_s, name, object, name, u"setAccelerometerX"_s, u"int32:%1"_s.arg(step));
         });
     }
@@ -138,13 +112,11 @@ public:
         std::vector<double> times;
         for (int i = 0; i < count; ++i) {
             const QString &page = pages.at(i % pages.size());
-            const QQuickItem *button = item(page + u"Button"_s);
-            const QPoint center = button->mapToScene(button->boundingRect().center()).toPoint();
             QCoreApplication::processEvents();
             QElapsedTimer timer;
             timer.start();
-            QTest::mouseClick(&m_view, Qt::LeftButton, {}, center);
-            const bool drawn = !m_view.grabWindow().isNull();
+            click(page + u"Button"_s);
+            const bool drawn = !window().grabWindow().isNull();
             times.push_back(milliseconds(timer));
             if (!drawn || !item(page + u"Page"_s)->isVisible())
                 fail("a page did not appear");
@@ -155,7 +127,7 @@ public:
     /// Resident memory in KiB when everything that can be given back is.
     double memory()
     {
-        m_view.engine()->collectGarbage();
+        window().engine()->collectGarbage();
         QTest::qWait(0);
         malloc_trim(0);
         QFile statm(u"/proc/self/statm"_s);
@@ -165,42 +137,19 @@ public:
     }
 
 private:
-    QQuickItem *item(const QString &name) { return item(name, m_view.rootObject()); }
-
-    static QQuickItem *item(const QString &name, const QQuickItem *parent)
-    {
-        QQuickItem *found = descendant(name, parent);
-        if (!found)
-            fail(qPrintable(name + u" is missing"_s));
-        return found;
-    }
-
-    /// By what is drawn in what: a repeater's items are no children as objects.
-    static QQuickItem *descendant(const QString &name, const QQuickItem *parent)
-    {
-        const QList<QQuickItem *> children = parent->childItems();
-        for (QQuickItem *child : children) {
-            if (child->objectName() == name)
-                return child;
-            if (QQuickItem *found = descendant(name, child))
-                return found;
-        }
-        return nullptr;
-    }
-
     /// Delivered at once, and nothing else with it: drawing is no part of a step.
     void moveMouse(const QPoint &place)
     {
         QMouseEvent event(
-            QEvent::MouseMove, place, m_view.mapToGlobal(place), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&m_view, &event);
+            QEvent::MouseMove, place, window().mapToGlobal(place), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window(), &event);
     }
 
     /// Every step is a frame, no more and no less.
     template<typename Step>
     StepTimes round(const Step &step)
     {
-        m_host.takeFrames();
+        host().takeFrames();
         QElapsedTimer timer;
         timer.start();
         for (int i = 0; i < stepsPerRound; ++i)
@@ -208,17 +157,15 @@ private:
         StepTimes times;
         times.call = milliseconds(timer) / stepsPerRound;
         const QDeadlineTimer deadline(patience);
-        while (m_host.invoker()->frames().size() < stepsPerRound && !deadline.hasExpired())
+        while (host().invoker()->frames().size() < stepsPerRound && !deadline.hasExpired())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
         times.arrival = milliseconds(timer) / stepsPerRound;
-        times.frames = int(m_host.takeFrames().size());
+        times.frames = int(host().takeFrames().size());
         if (times.frames != stepsPerRound)
             fail("the frames are not as many as the steps");
         return times;
     }
 
-    TestView::ViewHost m_host;
-    QQuickView m_view;
     QWebSocket m_bare;
 };
 

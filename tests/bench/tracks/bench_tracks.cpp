@@ -4,6 +4,8 @@
 // What a user of the GPS page waits for: a long log, from the file's choice until its rows are in the table and the
 // track is sent, next to a TableModel that takes the same rows; and what each point costs after that.
 
+#include "../quantiles.h"
+
 #include "gps/gpsemulationmanager.h"
 #include "gps/tracktablemodel.h"
 #include "view/viewhost.h"
@@ -43,13 +45,6 @@ constexpr int patience = 300'000; // ms
 {
     std::fprintf(stderr, "bench_tracks: %s\n", text);
     std::exit(EXIT_FAILURE);
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 double milliseconds(const QElapsedTimer &timer)

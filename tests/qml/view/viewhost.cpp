@@ -23,6 +23,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace EmulationManagement::Internal;
 
@@ -81,16 +83,20 @@ void ViewHost::openChannel()
 
 QStringList ViewHost::takeFrames()
 {
-    // One channel keeps the order: when this frame is here, all earlier ones are.
+    // One channel keeps the order: when this frame is here, all earlier ones are. What comes after it, of a page that
+    // sends by itself, is for the next call.
     m_channel.callDBusMethod(lastFrame, {}, {}, {}, {}, {});
-    QStringList frames;
+    qsizetype last = -1;
     const auto lastIsHere = [&] {
-        frames += m_invoker.takeFrames();
-        return !frames.isEmpty() && frames.constLast().startsWith(lastFrame);
+        m_frames += m_invoker.takeFrames();
+        const auto isLast = [](const QString &frame) { return frame.startsWith(lastFrame); };
+        last = std::ranges::find_if(m_frames, isLast) - m_frames.begin();
+        return last < m_frames.size();
     };
     if (!QTest::qWaitFor(lastIsHere, 30'000))
         qFatal("The recording invoker has lost its connection.");
-    frames.removeLast();
+    const QStringList frames = m_frames.first(last);
+    m_frames.remove(0, last + 1);
     return frames;
 }
 

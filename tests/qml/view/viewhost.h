@@ -80,6 +80,7 @@ private:
     std::unique_ptr<QMainWindow> m_mainWindow;
     EmulationManagement::Internal::RemoteDBusInvokerService m_channel;
     TestUtils::RecordingInvoker m_invoker;
+    QStringList m_frames; // not handed out yet
     std::unique_ptr<EmulationManagement::Internal::GPSEmulationManager> m_gps;
     std::unique_ptr<EmulationManagement::Internal::SensorsEmulationManager> m_sensors;
     std::unique_ptr<CameraEmulationManager> m_camera;
