@@ -104,9 +104,15 @@ int Eyes::changedPixels(const QImage &one, const QImage &other) const
     return changed;
 }
 
-void Keyboard::send(QEvent::Type type, int key, int modifiers)
+void Keyboard::repeat(int key, int modifiers)
 {
-    QKeyEvent event(type, key, Qt::KeyboardModifiers(modifiers));
+    send(QEvent::KeyRelease, key, modifiers, true);
+    send(QEvent::KeyPress, key, modifiers, true);
+}
+
+void Keyboard::send(QEvent::Type type, int key, int modifiers, bool repeated)
+{
+    QKeyEvent event(type, key, Qt::KeyboardModifiers(modifiers), {}, repeated);
     QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &event);
 }
 

@@ -78,9 +78,11 @@ public:
 
     Q_INVOKABLE void press(int key, int modifiers = 0) { send(QEvent::KeyPress, key, modifiers); }
     Q_INVOKABLE void release(int key, int modifiers = 0) { send(QEvent::KeyRelease, key, modifiers); }
+    /// What a key that is held brings now and then.
+    Q_INVOKABLE void repeat(int key, int modifiers = 0);
 
 private:
-    void send(QEvent::Type type, int key, int modifiers);
+    void send(QEvent::Type type, int key, int modifiers, bool repeated = false);
 };
 
 /// Files in a folder that goes with the test.

@@ -3,7 +3,9 @@
 
 import QtQuick
 import QtTest
+import "phone/fakethree.js" as FakeThree
 import "phone/matrices.js" as Matrices
+import "qrc:/emulationmanagement/js/smartphone-model-logic.js" as Scene
 import "qrc:/emulationmanagement/js/smartphone-model-page-logic.js" as Logic
 
 // The page's formulas against rotation matrices, over a grid of poses that has every gimbal lock in it.
@@ -124,7 +126,8 @@ TestCase {
             const [start, speed, acceleration] = vector(10);
             const seconds = 0.05 + Math.abs(random(1));
             const end = start + speed * seconds + acceleration * seconds * seconds / 2;
-            fuzzyCompare(Logic.linearAcceleration(end, start, speed, seconds), acceleration, 1e-9);
+            const actual = Logic.linearAcceleration(end, start, speed, seconds);
+            verify(Math.abs(actual - acceleration) <= 1e-9, "%1, not %2".arg(actual).arg(acceleration));
         }
     }
 
@@ -196,5 +199,41 @@ TestCase {
 
     function test_limit(data) {
         compare(Logic.limitEmulatedValue(data.value), data.limited);
+    }
+
+    // In whole thousandths of g, towards zero.
+    function test_shownAcceleration_data() {
+        return [[0, 0], [gravity, gravity], [-gravity, -gravity], [0.0098, 0], [0.00981, gravity / 1000], [-0.0098, 0], [-0.0197, -2 * gravity / 1000]].map(([value, shown]) => ({
+                    tag: value,
+                    value,
+                    shown
+                }));
+    }
+
+    function test_shownAcceleration(data) {
+        const shown = Logic.convertAccValue(data.value, 1000 / gravity);
+        verify(Math.abs(shown - data.shown) <= 1e-12, shown);
+        verify(!Object.is(shown, -0));
+    }
+
+    // Nothing draws the phone yet. The script's part of it is the pose: the one that the arithmetic has, on a camera that is
+    // not rolled.
+    function test_scene() {
+        const three = FakeThree.module();
+        const view = Scene.createView(three, "a geometry", "a texture");
+        compare([view.mesh.geometry, view.mesh.material.map, view.cameraAngle], ["a geometry", "a texture", 0]);
+        compare(view.scene.objects.length, 3);
+        verify(view.scene.objects.includes(view.mesh));
+        Scene.setPose(view, asObject([90, -180, 45]), asObject([0.5, -1, 2]));
+        compare([view.mesh.rotation.x, view.mesh.rotation.y, view.mesh.rotation.z], [Math.PI / 2, -Math.PI, Math.PI / 4]);
+        compare([view.mesh.position.x, view.mesh.position.y, view.mesh.position.z], [0.5, -1, 2]);
+        const calls = [];
+        const renderer = {
+            setSize: (width, height) => calls.push([width, height]),
+            render: (scene, camera) => calls.push([scene === view.scene, camera === view.camera])
+        };
+        Scene.resize(view, renderer, 300, 200);
+        Scene.paint(view, renderer);
+        compare([view.camera.aspect, view.camera.updated, calls], [1.5, true, [[300, 200], [true, true]]]);
     }
 }

@@ -198,7 +198,7 @@ run_in_tree() {
     # What this machine trusts, and where its user's npm gets packages from.
     local certificates=/etc/ssl/certs/ca-certificates.crt
     if [[ -f $certificates ]]; then
-        options+=(--ro-bind "$certificates" "$certificates" --setenv npm_config_cafile "$certificates")
+        options+=(--ro-bind "$certificates" "$certificates")
     fi
     if [[ -f $HOME/.npmrc ]]; then
         options+=(--ro-bind "$HOME/.npmrc" /run/npmrc --setenv npm_config_userconfig /run/npmrc)

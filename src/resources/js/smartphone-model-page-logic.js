@@ -77,15 +77,15 @@ function limitEmulatedValue(value) {
     return Math.max(-greatestEmulatedValue, Math.min(value, greatestEmulatedValue));
 }
 
-// In m/s², in whole thousandths of g, as the emulator gets it.
-function convertAccValue(value) {
-    return Math.trunc(value * accGravityCoef) / accGravityCoef + 0; // no minus for zero
+// An acceleration in whole parts of which "coefficient" make one of its unit.
+function convertAccValue(value, coefficient) {
+    return Math.trunc(value * coefficient) / coefficient + 0; // no minus for zero
 }
 
 // --- the page ---
 
 function rotation() {
-    return {x: xRotSlider.value, y: yRotSlider.value, z: zRotSlider.value};
+    return {x: rotSliders.x.value, y: rotSliders.y.value, z: rotSliders.z.value};
 }
 
 function updateAccelerometerValues() {
@@ -98,30 +98,26 @@ function updateAccelerometerValues() {
     accYValue = values.y;
     accZValue = values.z;
     const [x, y, z] = values.toArray().map(value => limitEmulatedValue(value * accGravityCoef));
-    sensorsEmulationManager.setAccelerometerValues(x, y, z);
+    manager.setAccelerometerValues(x, y, z);
 }
 
 // The linear acceleration in the room.
 function movement() {
-    return {
-        x: linearAcceleration(positionInMetres(xMoveSlider), xMovePrevValue, xMoveInitSpeed, timerInterval),
-        y: linearAcceleration(positionInMetres(yMoveSlider), yMovePrevValue, yMoveInitSpeed, timerInterval),
-        z: linearAcceleration(positionInMetres(zMoveSlider), zMovePrevValue, zMoveInitSpeed, timerInterval)
-    };
+    const [x, y, z] = axes.map(axis => linearAcceleration(
+        positionInMetres(axis), root[axis + "MovePrevValue"], root[axis + "MoveInitSpeed"], timerInterval));
+    return {x, y, z};
 }
 
-function positionInMetres(slider) {
-    return slider.value * phoneSizeCoefficient;
+function positionInMetres(axis) {
+    return moveSliders[axis].value * phoneSizeCoefficient;
 }
 
 function calculateRotationFrequency() {
-    const turnsPerDegree = 1 / (360 * timerInterval);
-    xGyroRotFrequency = turn(xRotSlider.value, xGyroPrevValue, xRotSliderReset) * turnsPerDegree;
-    yGyroRotFrequency = turn(yRotSlider.value, yGyroPrevValue, yRotSliderReset) * turnsPerDegree;
-    zGyroRotFrequency = turn(zRotSlider.value, zGyroPrevValue, zRotSliderReset) * turnsPerDegree;
-    xRotSliderReset = false;
-    yRotSliderReset = false;
-    zRotSliderReset = false;
+    for (const axis of axes) {
+        const degrees = turn(rotSliders[axis].value, root[axis + "GyroPrevValue"], root[axis + "RotSliderReset"]);
+        root[axis + "GyroRotFrequency"] = degrees / (360 * timerInterval);
+        root[axis + "RotSliderReset"] = false;
+    }
 }
 
 function updateGyroscopeValues() {
@@ -136,18 +132,18 @@ function setGyroscopeValues(rate) {
     gyroYValue = rate.y;
     gyroZValue = rate.z;
     const [x, y, z] = [rate.x, rate.y, rate.z].map(limitEmulatedValue);
-    sensorsEmulationManager.setGyroscopeValues(x, y, z);
+    manager.setGyroscopeValues(x, y, z);
 }
 
 function updateMagnetometerValues() {
     if (!magnetometerLabel.enabled || !rotationMode)
         return;
-    const values = fieldOnPhone(rotation(), sensorsEmulationManager.magneticField);
+    const values = fieldOnPhone(rotation(), manager.magneticField);
     magnetXValue = values.x;
     magnetYValue = values.y;
     magnetZValue = values.z;
     const [x, y, z] = values.toArray().map(value => value * microToWholeCoef);
-    sensorsEmulationManager.setMagnetometerValues(x, y, z);
+    manager.setMagnetometerValues(x, y, z);
 }
 
 // What a pose alone decides.
@@ -172,29 +168,23 @@ function handleTimer() {
 function stepRotation() {
     calculateRotationFrequency();
     updateGyroscopeValues();
-    xGyroPrevValue = xRotSlider.value;
-    yGyroPrevValue = yRotSlider.value;
-    zGyroPrevValue = zRotSlider.value;
+    for (const axis of axes)
+        root[axis + "GyroPrevValue"] = rotSliders[axis].value;
 }
 
 function stepMovement() {
-    xMoveInitSpeed = (xMovePrevValue - xMovePrevPrevValue) / timerInterval;
-    yMoveInitSpeed = (yMovePrevValue - yMovePrevPrevValue) / timerInterval;
-    zMoveInitSpeed = (zMovePrevValue - zMovePrevPrevValue) / timerInterval;
+    for (const axis of axes)
+        root[axis + "MoveInitSpeed"] = (root[axis + "MovePrevValue"] - root[axis + "MovePrevPrevValue"]) / timerInterval;
     updateAccelerometerValues();
-    xMovePrevPrevValue = xMovePrevValue;
-    yMovePrevPrevValue = yMovePrevValue;
-    zMovePrevPrevValue = zMovePrevValue;
-    xMovePrevValue = positionInMetres(xMoveSlider);
-    yMovePrevValue = positionInMetres(yMoveSlider);
-    zMovePrevValue = positionInMetres(zMoveSlider);
+    for (const axis of axes) {
+        root[axis + "MovePrevPrevValue"] = root[axis + "MovePrevValue"];
+        root[axis + "MovePrevValue"] = positionInMetres(axis);
+    }
 }
 
 function switchOrientation(index) {
-    const [x, z] = [[0, 0], [0, -90], [0, 180], [0, 90], [-90, 0], [90, 0]][index];
-    xRotSlider.value = x;
-    yRotSlider.value = 0;
-    zRotSlider.value = z;
+    for (const axis of axes)
+        rotSliders[axis].value = orientations[index][axis];
     updatePoseValues();
 }
 
@@ -203,9 +193,26 @@ function switchMode() {
         moveRadioButton.checked = true;
     else
         rotationRadioButton.checked = true;
+    if (!scrollView.focusItem.visible) // a slider of the other mode
+        takeKeys();
+}
+
+// The arrow keys turn and move the phone unless someone has gone to another control by keys.
+function takeKeys() {
+    content.forceActiveFocus();
+}
+
+// Nothing on the page itself is a stop of the Tab key.
+function handleTab(forward) {
+    content.nextItemInFocusChain(forward).forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
 }
 
 function handleKeyPress(event) {
+    if (textEdited) { // which needs its keys itself
+        if (event.key === Qt.Key_Escape)
+            takeKeys();
+        return;
+    }
     if (event.modifiers & Qt.ControlModifier)
         controlModifierPressed = true;
     resetSlidersValue();
@@ -222,21 +229,18 @@ function handleKeyRelease(event) {
 
 // Past an end of its range a rotation goes on at the other one.
 function resetSlidersValue() {
-    xRotSliderReset = wrapRotation(xRotSlider) || xRotSliderReset;
-    yRotSliderReset = wrapRotation(yRotSlider) || yRotSliderReset;
-    zRotSliderReset = wrapRotation(zRotSlider) || zRotSliderReset;
-}
-
-function wrapRotation(slider) {
-    if (Math.abs(slider.value) <= rotMaxValue)
-        return false;
-    slider.value = -rotMaxValue * Math.sign(slider.value);
-    return true;
+    for (const axis of axes) {
+        const slider = rotSliders[axis];
+        if (Math.abs(slider.value) > rotMaxValue) {
+            slider.value = -rotMaxValue * Math.sign(slider.value);
+            root[axis + "RotSliderReset"] = true;
+        }
+    }
 }
 
 // The two return whether the key has a meaning.
 function rotateByKey(event) {
-    const sideways = event.modifiers & Qt.ShiftModifier ? yRotSlider : zRotSlider;
+    const sideways = event.modifiers & Qt.ShiftModifier ? rotSliders.y : rotSliders.z;
     switch (event.key) {
     case Qt.Key_Left:
         sideways.value -= 1;
@@ -245,10 +249,10 @@ function rotateByKey(event) {
         sideways.value += 1;
         return true;
     case Qt.Key_Up:
-        xRotSlider.value += 1;
+        rotSliders.x.value += 1;
         return true;
     case Qt.Key_Down:
-        xRotSlider.value -= 1;
+        rotSliders.x.value -= 1;
         return true;
     }
     return false;
@@ -257,16 +261,16 @@ function rotateByKey(event) {
 function moveByKey(event) {
     switch (event.key) {
     case Qt.Key_Left:
-        moveByStep(xMoveSlider, -stepSize);
+        moveByStep(moveSliders.x, -stepSize);
         return true;
     case Qt.Key_Right:
-        moveByStep(xMoveSlider, stepSize);
+        moveByStep(moveSliders.x, stepSize);
         return true;
     case Qt.Key_Up:
-        moveByStep(yMoveSlider, stepSize);
+        moveByStep(moveSliders.y, stepSize);
         return true;
     case Qt.Key_Down:
-        moveByStep(yMoveSlider, -stepSize);
+        moveByStep(moveSliders.y, -stepSize);
         return true;
     }
     return false;
@@ -276,15 +280,6 @@ function moveByStep(slider, step) {
     const inside = step < 0 ? slider.value > moveMinValue : slider.value < moveMaxValue;
     if (inside)
         slider.value = Number((slider.value + step).toFixed(9)); // a row of steps must not miss zero, nor the ends
-}
-
-// Where the phone's centre is on the screen. A phone that is farther away moves less.
-function updateXOrigin() {
-    xOriginCoordinate = mouseArea.width / 2 + xMoveSlider.value * mouseArea.width / (8 * (1 + Math.abs(zMoveSlider.value)));
-}
-
-function updateYOrigin() {
-    yOriginCoordinate = mouseArea.height / 2 - yMoveSlider.value * mouseArea.height / (4 * (1 + Math.abs(zMoveSlider.value)));
 }
 
 function handleMousePress(mouse) {
@@ -307,9 +302,9 @@ function rotateByMouse(mouse) {
     mesh.rotateOnWorldAxis(new Three.Vector3(1, 0, 0), radians((mouse.y - yBaseCoordinate) / 2));
     mesh.rotateOnWorldAxis(new Three.Vector3(0, 1, 0), radians((mouse.x - xBaseCoordinate) / 2));
     mesh.rotateOnWorldAxis(new Three.Vector3(0, 0, 1), radians(deltaZ));
-    xRotSlider.value = mesh.rotation.x * degreesPerRadian;
-    yRotSlider.value = mesh.rotation.y * degreesPerRadian;
-    zRotSlider.value = mesh.rotation.z * degreesPerRadian - smartphoneModel.cameraAngle;
+    rotSliders.x.value = mesh.rotation.x * degreesPerRadian;
+    rotSliders.y.value = mesh.rotation.y * degreesPerRadian;
+    rotSliders.z.value = mesh.rotation.z * degreesPerRadian - smartphoneModel.cameraAngle;
     updatePoseValues();
     handleMousePress(mouse);
 }
@@ -336,19 +331,19 @@ function pointerTurn(mouse) {
 
 function moveByMouse(mouse) {
     const farthest = 2.1;
-    const x = xMoveSlider.value + (mouse.x - xBaseCoordinate) / (mouseArea.width / 6);
+    const x = moveSliders.x.value + (mouse.x - xBaseCoordinate) / (mouseArea.width / 6);
     if (Math.abs(x) < farthest) {
-        xMoveSlider.value = x;
+        moveSliders.x.value = x;
         xBaseCoordinate = mouse.x;
     }
-    const y = yMoveSlider.value - (mouse.y - yBaseCoordinate) / (mouseArea.height / 4);
+    const y = moveSliders.y.value - (mouse.y - yBaseCoordinate) / (mouseArea.height / 4);
     if (Math.abs(y) < farthest) {
-        yMoveSlider.value = y;
+        moveSliders.y.value = y;
         yBaseCoordinate = mouse.y;
     }
 }
 
 function handleWheel(wheel) {
-    const z = zMoveSlider.value + 0.2 * Math.sign(wheel.angleDelta.y);
-    zMoveSlider.value = Math.max(moveMinValue, Math.min(Number(z.toFixed(9)), moveMaxValue));
+    const z = moveSliders.z.value + 0.2 * Math.sign(wheel.angleDelta.y);
+    moveSliders.z.value = Math.max(moveMinValue, Math.min(Number(z.toFixed(9)), moveMaxValue));
 }

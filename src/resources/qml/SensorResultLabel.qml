@@ -23,5 +23,4 @@ Label {
     visible: available
     enabled: manager.sensorsEnabledStates[sensorName] ?? false
     text: title + ": " + values.map(value => value.toLocaleString(locale, "f", decimals)).join(" ")
-    Accessible.name: text
 }

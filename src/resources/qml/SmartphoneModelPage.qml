@@ -14,6 +14,7 @@ ManagementPage {
 
     readonly property SensorsEmulationManager manager: sensorsEmulationManager // qmllint disable unqualified
     readonly property bool rotationMode: rotationRadioButton.checked
+    readonly property bool textEdited: scrollView.focusItem instanceof TextInput
 
     property var locale: Qt.locale("en_US")
     property double stepSize: 0.01
@@ -28,11 +29,11 @@ ManagementPage {
     property double moveBaseValue: 0
     property double phoneSizeCoefficient: 0.06
 
-    // The pointer's last position in a drag, and where the phone's centre is.
+    // The pointer's last position in a drag, and where the phone's centre is: a phone farther away moves less.
     property double xBaseCoordinate
     property double yBaseCoordinate
-    property double xOriginCoordinate: mouseArea.width / 2
-    property double yOriginCoordinate: mouseArea.height / 2
+    property double xOriginCoordinate: mouseArea.width / 2 + xMoveSlider.value * mouseArea.width / (8 * (1 + Math.abs(zMoveSlider.value)))
+    property double yOriginCoordinate: mouseArea.height / 2 - yMoveSlider.value * mouseArea.height / (4 * (1 + Math.abs(zMoveSlider.value)))
 
     property bool controlModifierPressed: false
     // Seconds between two readings.
@@ -79,15 +80,67 @@ ManagementPage {
     property double magnetZValue
     property double microToWholeCoef: 0.000001
 
-    readonly property var iconsModel: [1, 2, 3, 4, 5, 6].map(number => "qrc:/emulationmanagement/icons/phone_%1%2.png".arg(number).arg(darkUserInterface ? "_light" : "")) // qmllint disable unqualified
-    readonly property var orientationNames: [qsTr("Top up"), qsTr("Left side up"), qsTr("Top down"), qsTr("Right side up"), qsTr("Face up"), qsTr("Face down")]
+    // The presets, in the order of their buttons.
+    readonly property var orientations: [
+        {
+            name: qsTr("Top up"),
+            x: 0,
+            y: 0,
+            z: 0
+        },
+        {
+            name: qsTr("Left side up"),
+            x: 0,
+            y: 0,
+            z: -90
+        },
+        {
+            name: qsTr("Top down"),
+            x: 0,
+            y: 0,
+            z: 180
+        },
+        {
+            name: qsTr("Right side up"),
+            x: 0,
+            y: 0,
+            z: 90
+        },
+        {
+            name: qsTr("Face up"),
+            x: -90,
+            y: 0,
+            z: 0
+        },
+        {
+            name: qsTr("Face down"),
+            x: 90,
+            y: 0,
+            z: 0
+        }
+    ]
+    readonly property string iconSuffix: darkUserInterface ? "_light" : "" // qmllint disable unqualified
+    readonly property var iconsModel: orientations.map((_, i) => "qrc:/emulationmanagement/icons/phone_%1%2.png".arg(i + 1).arg(iconSuffix))
+    readonly property var rotSliders: ({
+            x: xRotSlider,
+            y: yRotSlider,
+            z: zRotSlider
+        })
+    readonly property var moveSliders: ({
+            x: xMoveSlider,
+            y: yMoveSlider,
+            z: zMoveSlider
+        })
     readonly property list<SensorResultLabel> sensorLabels: [accelerometerLabel, gyroscopeLabel, magnetometerLabel]
 
     Accessible.name: qsTr("Orientation Management")
     onActiveChanged: {
         if (active)
             Logic.handleActivation();
+        else
+            controlModifierPressed = false;
     }
+    Window.onActiveChanged: controlModifierPressed = false // whose release another window hears
     onControlModifierPressedChanged: Logic.switchMode()
     Component.onCompleted: Logic.updatePoseValues()
 
@@ -137,188 +190,203 @@ ManagementPage {
 
         objectName: "scrollView"
         contentWidth: availableWidth
-        contentHeight: content.height
-        // A field that is being edited keeps its keys.
-        Keys.enabled: !(focusItem instanceof TextInput)
+        contentHeight: column.height
+        Keys.enabled: root.active
         Keys.onPressed: event => Logic.handleKeyPress(event)
         Keys.onReleased: event => Logic.handleKeyRelease(event)
+        onFocusItemChanged: {
+            const slider = focusItem as Slider;
+            if (slider && slider.focusReason === Qt.MouseFocusReason)
+                Qt.callLater(Logic.takeKeys);
+        }
         onVisibleChanged: {
             if (visible)
-                content.forceActiveFocus();
+                Logic.takeKeys();
         }
 
-        Column {
+        Item {
             id: content
 
-            x: 15
-            width: scrollView.availableWidth - 30
-            topPadding: 15
-            bottomPadding: 15
-            spacing: 15
+            width: scrollView.availableWidth
+            height: Math.max(column.height, scrollView.height)
+            Keys.onTabPressed: Logic.handleTab(true)
+            Keys.onBacktabPressed: Logic.handleTab(false)
 
-            PageTitle {
-                id: titleLabel
-
-                objectName: "titleLabel"
-                text: qsTr("Orientation Management")
+            TapHandler {
+                onTapped: Logic.takeKeys()
             }
 
-            Row {
+            Column {
+                id: column
+
+                x: 15
+                width: parent.width - 30
+                topPadding: 15
+                bottomPadding: 15
                 spacing: 15
 
-                RadioButton {
-                    id: rotationRadioButton
-
-                    objectName: "rotationRadioButton"
-                    text: qsTr("Rotation")
-                    checked: true
-                    ButtonGroup.group: modeGroup
-                }
-
-                RadioButton {
-                    id: moveRadioButton
-
-                    objectName: "moveRadioButton"
-                    text: qsTr("Move")
-                    ButtonGroup.group: modeGroup
-                }
-            }
-
-            Column {
-                id: rotationSliders
-
-                objectName: "rotationSliders"
-                visible: root.rotationMode
-                width: parent.width
-                spacing: 5
-
-                RotationSlider {
-                    id: xRotSlider
-
-                    objectName: "xRotSlider"
-                    label: qsTr("X-Rot")
-                }
-
-                RotationSlider {
-                    id: yRotSlider
-
-                    objectName: "yRotSlider"
-                    label: qsTr("Y-Rot")
-                }
-
-                RotationSlider {
-                    id: zRotSlider
-
-                    objectName: "zRotSlider"
-                    label: qsTr("Z-Rot")
-                }
-            }
-
-            Column {
-                id: moveSliders
-
-                objectName: "moveSliders"
-                visible: !root.rotationMode
-                width: parent.width
-                spacing: 5
-
-                MoveSlider {
-                    id: xMoveSlider
-
-                    objectName: "xMoveSlider"
-                    label: qsTr("X")
-                    onValueChanged: Logic.updateXOrigin()
-                }
-
-                MoveSlider {
-                    id: yMoveSlider
-
-                    objectName: "yMoveSlider"
-                    label: qsTr("Y")
-                    onValueChanged: Logic.updateYOrigin()
-                }
-
-                MoveSlider {
-                    id: zMoveSlider
-
-                    objectName: "zMoveSlider"
-                    label: qsTr("Z")
-                }
-            }
-
-            Column {
-                spacing: 5
-
                 PageTitle {
-                    id: deviceRotationLabel
+                    id: titleLabel
 
-                    objectName: "deviceRotationLabel"
-                    text: qsTr("Device rotation")
+                    objectName: "titleLabel"
+                    text: qsTr("Orientation Management")
                 }
 
                 Row {
+                    spacing: 15
+
+                    RadioButton {
+                        id: rotationRadioButton
+
+                        objectName: "rotationRadioButton"
+                        text: qsTr("Rotation")
+                        checked: true
+                        ButtonGroup.group: modeGroup
+                    }
+
+                    RadioButton {
+                        id: moveRadioButton
+
+                        objectName: "moveRadioButton"
+                        text: qsTr("Move")
+                        ButtonGroup.group: modeGroup
+                    }
+                }
+
+                Column {
+                    id: rotationColumn
+
+                    objectName: "rotationColumn"
+                    visible: root.rotationMode
+                    width: parent.width
                     spacing: 5
 
-                    Repeater {
-                        model: root.iconsModel
+                    RotationSlider {
+                        id: xRotSlider
 
-                        IconButton {
-                            required property int index
-                            required property string modelData
+                        objectName: "xRotSlider"
+                        label: qsTr("X-Rot")
+                    }
 
-                            objectName: "orientationButton%1".arg(index)
-                            width: 40
-                            height: 40
-                            icon.source: modelData
-                            icon.width: 32
-                            icon.height: 32
-                            icon.color: "transparent" // as it was drawn
-                            name: root.orientationNames[index]
-                            onClicked: Logic.switchOrientation(index)
+                    RotationSlider {
+                        id: yRotSlider
+
+                        objectName: "yRotSlider"
+                        label: qsTr("Y-Rot")
+                    }
+
+                    RotationSlider {
+                        id: zRotSlider
+
+                        objectName: "zRotSlider"
+                        label: qsTr("Z-Rot")
+                    }
+                }
+
+                Column {
+                    id: moveColumn
+
+                    objectName: "moveColumn"
+                    visible: !root.rotationMode
+                    width: parent.width
+                    spacing: 5
+
+                    MoveSlider {
+                        id: xMoveSlider
+
+                        objectName: "xMoveSlider"
+                        label: qsTr("X")
+                    }
+
+                    MoveSlider {
+                        id: yMoveSlider
+
+                        objectName: "yMoveSlider"
+                        label: qsTr("Y")
+                    }
+
+                    MoveSlider {
+                        id: zMoveSlider
+
+                        objectName: "zMoveSlider"
+                        label: qsTr("Z")
+                    }
+                }
+
+                Column {
+                    spacing: 5
+
+                    PageTitle {
+                        id: deviceRotationLabel
+
+                        objectName: "deviceRotationLabel"
+                        text: qsTr("Device rotation")
+                    }
+
+                    Row {
+                        spacing: 5
+
+                        Repeater {
+                            model: root.iconsModel
+
+                            IconButton {
+                                required property int index
+                                required property string modelData
+
+                                objectName: "orientationButton%1".arg(index)
+                                width: 40
+                                height: 40
+                                icon.source: modelData
+                                icon.width: 32
+                                icon.height: 32
+                                icon.color: "transparent" // as it was drawn
+                                name: root.orientations[index].name
+                                onClicked: Logic.switchOrientation(index)
+                            }
                         }
                     }
                 }
-            }
 
-            Column {
-                id: resultingValues
+                Column {
+                    id: resultingValues
 
-                objectName: "resultingValues"
-                visible: root.sensorLabels.some(label => label.available)
-                spacing: 5
+                    objectName: "resultingValues"
+                    visible: root.sensorLabels.some(label => label.available)
+                    spacing: 5
 
-                PageTitle {
-                    id: resultingValuesLabel
+                    PageTitle {
+                        id: resultingValuesLabel
 
-                    objectName: "resultingValuesLabel"
-                    text: qsTr("Resulting values")
-                }
+                        objectName: "resultingValuesLabel"
+                        text: qsTr("Resulting values")
+                    }
 
-                ResultLabel {
-                    id: accelerometerLabel
+                    ResultLabel {
+                        id: accelerometerLabel
 
-                    objectName: "accelerometerLabel"
-                    sensorName: "accelerometer"
-                    title: qsTr("Accelerometer (m/s²)")
-                    values: [root.accXValue, root.accYValue, root.accZValue].map(Logic.convertAccValue)
-                }
+                        objectName: "accelerometerLabel"
+                        sensorName: "accelerometer"
+                        title: qsTr("Accelerometer (m/s²)")
+                        values: [root.accXValue, root.accYValue, root.accZValue].map(value => Logic.convertAccValue(value, root.accGravityCoef))
+                    }
 
-                ResultLabel {
-                    id: gyroscopeLabel
+                    ResultLabel {
+                        id: gyroscopeLabel
 
-                    objectName: "gyroscopeLabel"
-                    sensorName: "gyroscope"
-                    title: qsTr("Gyroscope (°/s)")
-                    values: [root.gyroXValue, root.gyroYValue, root.gyroZValue]
-                }
+                        objectName: "gyroscopeLabel"
+                        sensorName: "gyroscope"
+                        title: qsTr("Gyroscope (°/s)")
+                        values: [root.gyroXValue, root.gyroYValue, root.gyroZValue]
+                    }
 
-                ResultLabel {
-                    id: magnetometerLabel
+                    ResultLabel {
+                        id: magnetometerLabel
 
-                    objectName: "magnetometerLabel"
-                    sensorName: "magnetometer"
-                    title: qsTr("Magnetometer (μT)")
-                    values: [root.magnetXValue, root.magnetYValue, root.magnetZValue]
+                        objectName: "magnetometerLabel"
+                        sensorName: "magnetometer"
+                        title: qsTr("Magnetometer (μT)")
+                        values: [root.magnetXValue, root.magnetYValue, root.magnetZValue]
+                    }
                 }
             }
         }
