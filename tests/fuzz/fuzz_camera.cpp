@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What is made of any framerates and caps that a device may offer, and of any selection.
+// What is made of any framerates and caps that a device may offer, of any selection, and of streams that start and stop
+// meanwhile.
 
 #include "camera/cameracapabilities.h"
 #include "camera/cameraemulationmanager.h"
@@ -11,9 +12,12 @@
 #include "utils/testcameras.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QSet>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -203,8 +207,25 @@ QString checkCaps(Fuzz::Input &input, QString *capsText)
     return {};
 }
 
-// A manager whose only camera offers these caps lives through anything that a page may select.
-QString checkSelection(Fuzz::Input &input, const QString &caps)
+bool canBePlugged(const QString &capsText)
+{
+    const GstCapsPointer caps(capsText.isEmpty() ? nullptr : gst_caps_from_string(capsText.toUtf8().constData()));
+    const GstCapsPointer raw(gst_caps_new_empty_simple("video/x-raw"));
+    // The camera would really make pictures of the largest sizes.
+    return caps && gst_caps_can_intersect(raw.get(), caps.get()) && !capsText.contains(u"=2147483647"_s);
+}
+
+// Until the manager has heard of what has been done to its only camera; false when it does not.
+bool waitForCamera(const CameraEmulationManager &manager, bool plugged)
+{
+    const QDeadlineTimer deadline(std::chrono::seconds(30));
+    while (manager.cameras().isEmpty() == plugged && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, deadline);
+    return manager.cameras().isEmpty() != plugged;
+}
+
+// A manager whose only camera offers these caps lives through anything that a page may do and a user may unplug.
+QString checkManager(Fuzz::Input &input, const QString &caps)
 {
     TestCamera camera;
     camera.name = u"Camera"_s;
@@ -214,16 +235,60 @@ QString checkSelection(Fuzz::Input &input, const QString &caps)
     CameraEmulationManager manager;
     if (input.chance(80))
         manager.setupCameraStreamPipeline();
-    for (int i = 0; i < 10; ++i) {
-        const QList<std::function<void()>> operations{
-            [&] { manager.setResolutionIndex(input.chance(50) ? input.number(5) : input.anyInt()); },
-            [&] { manager.setCameraName(input.chance(70) ? u"Camera"_s : input.anyText(5)); },
-            [&] { manager.setFramerate(input.chance(50) ? anyFraction(input) : input.anyText(10)); },
-            [&] { manager.setWidth(input.anyInt()); },
-            [&] { manager.setHeight(input.anyInt()); },
-            [&] { manager.setCameraStreamSettings(); },
-        };
+    else if (!waitForCamera(manager, true))
+        return u"the camera is not found"_s;
+    bool running = false;
+    bool plugged = true;
+    bool heard = true;
+    const auto selectsIt = [&] { return manager.cameraName() == camera.name; };
+    const QList<std::function<void()>> operations{
+        [&] { manager.setResolutionIndex(input.chance(50) ? input.number(5) : input.anyInt()); },
+        [&] { manager.setCameraName(input.chance(70) ? camera.name : input.anyText(5)); },
+        [&] { manager.setFramerate(input.chance(50) ? anyFraction(input) : input.anyText(10)); },
+        [&] { manager.setWidth(input.anyInt()); },
+        [&] { manager.setHeight(input.anyInt()); },
+        [&] { manager.setCameraStreamSettings(); },
+        [&] {
+            manager.startCameraStream();
+            running = true;
+        },
+        [&] {
+            manager.stopCameraStream();
+            running = false;
+        },
+        [&] {
+            manager.stopVideoStream();
+            running = false;
+        },
+        [&] {
+            manager.startVideoStream(
+                input.chance(30) ? QString() : u"/no/such/folder/"_s + input.anyText(10).remove(QChar()));
+        },
+        [&] {
+            manager.updateCamerasList();
+            running = false;
+        },
+        [&] { manager.setupCameraStreamPipeline(); },
+        [&] {
+            running = running && !(plugged && selectsIt());
+            if (plugged)
+                TestCameras::unplug(camera.name);
+            else
+                TestCameras::plug(camera);
+            plugged = !plugged;
+            heard = waitForCamera(manager, plugged);
+        },
+    };
+    for (int i = 0; i < 20; ++i) {
         operations.at(input.number(int(operations.size())))();
+        if (!heard)
+            return u"what happens to the camera is not noticed"_s;
+        if (manager.cameras() != (plugged ? QStringList(camera.name) : QStringList()))
+            return u"the cameras \"%1\""_s.arg(manager.cameras().join(u'|'));
+        if (manager.streamRunning() != running)
+            return running ? u"the stream does not run"_s : u"the stream runs"_s;
+        if (!(plugged && selectsIt()) && !manager.resolutions().isEmpty())
+            return u"resolutions of the camera \"%1\""_s.arg(manager.cameraName());
         const int count = int(manager.resolutions().size());
         const bool inside = manager.resolutionIndex() >= 0 && manager.resolutionIndex() < count;
         if (!inside && !manager.framerates().isEmpty())
@@ -245,8 +310,8 @@ QString check(Fuzz::Input &input)
     QString caps;
     if (problem.isEmpty())
         problem = checkCaps(input, &caps);
-    if (problem.isEmpty() && !caps.isEmpty() && input.chance(5))
-        problem = checkSelection(input, caps);
+    if (problem.isEmpty() && canBePlugged(caps) && input.chance(5))
+        problem = checkManager(input, caps);
     return problem;
 }
 

@@ -3,6 +3,8 @@
 
 #include "ide/ide.h"
 #include "ide/testregistry.h"
+#include "utils/testcameras.h"
+#include "utils/testmedia.h"
 
 #include <coreplugin/actionmanager/actioncontainer.h>
 #include <coreplugin/actionmanager/actionmanager.h>
@@ -21,6 +23,7 @@
 #include <QJsonObject>
 #include <QMenu>
 #include <QMetaEnum>
+#include <QNetworkDatagram>
 #include <QPluginLoader>
 #include <QQmlComponent>
 #include <QQmlContext>
@@ -28,7 +31,9 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUdpSocket>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -54,6 +59,8 @@ private Q_SLOTS:
     void localFilesCanBeReadFromQml();
     void hiddenViewIsLoaded();
     void hidingTheWindowEndsAStream();
+    void hidingTheWindowEndsThePictures_data();
+    void hidingTheWindowEndsThePictures();
     void missingTranslationIsLogged();
 };
 
@@ -266,6 +273,52 @@ void tst_Startup::hidingTheWindowEndsAStream()
     view()->hide();
     QVERIFY(!isRunning());
     QCOMPARE(runningSpy.size(), 2); // the video's and the camera's
+}
+
+void tst_Startup::hidingTheWindowEndsThePictures_data()
+{
+    QTest::addColumn<bool>("isVideo");
+
+    QTest::newRow("of a video") << true;
+    QTest::newRow("of a camera") << false;
+}
+
+void tst_Startup::hidingTheWindowEndsThePictures()
+{
+    QFETCH(bool, isVideo);
+    const QTemporaryDir folder;
+    const QString video = folder.filePath(u"video.webm"_s);
+    QCOMPARE(TestUtils::writeVideo(video, {.frames = 300}), QString());
+    QUdpSocket port;
+    QVERIFY2(port.bind(QHostAddress::LocalHost, 34343), qPrintable(port.errorString()));
+    auto *manager = contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
+    QVERIFY(manager);
+
+    view()->show();
+    if (isVideo) {
+        QVERIFY(QMetaObject::invokeMethod(manager, "startVideoStream", Q_ARG(QString, video)));
+    } else {
+        TestUtils::TestCameras::install();
+        TestUtils::TestCameras::plug({.name = u"Camera"_s});
+        QVERIFY(QMetaObject::invokeMethod(manager, "updateCamerasList"));
+        QVERIFY(QMetaObject::invokeMethod(manager, "startCameraStream"));
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(port.hasPendingDatagrams(), 30000);
+    while (port.hasPendingDatagrams())
+        port.receiveDatagram();
+    QTRY_VERIFY_WITH_TIMEOUT(port.hasPendingDatagrams(), 30000); // more and more
+
+    view()->hide();
+    while (port.hasPendingDatagrams())
+        port.receiveDatagram();
+    // In the time that another stream takes for 30 pictures nothing comes.
+    const QString problem = TestUtils::writeMedia(
+        folder.filePath(u"pictures"_s),
+        "videotestsrc is-live=true num-buffers=30 ! video/x-raw,width=16,height=16,framerate=30/1"
+        " ! filesink name=target");
+    QCOMPARE(problem, QString());
+    QCoreApplication::processEvents();
+    QVERIFY(!port.hasPendingDatagrams());
 }
 
 // These tests run in the C locale, for which there is no file.

@@ -90,6 +90,15 @@ ViewTestCase {
         tryCompare(dialog, "visible", false);
     }
 
+    function selectAndCancel(url: url) {
+        const dialog = control("fileDialog");
+        press("openFileButton");
+        tryCompare(dialog, "visible", true);
+        dialog.currentFile = url;
+        dialog.reject();
+        tryCompare(dialog, "visible", false);
+    }
+
     // Which source is chosen, what can be clicked, and what is there to choose from.
     function state(): string {
         const shown = ["cameraRow", "videoFileRow"].filter(name => control(name).visible);
@@ -408,6 +417,39 @@ ViewTestCase {
         compare(cameraEmulationManager.streamRunning, false);
     }
 
+    // The field shows what the dialog has; what is played is that, too, until a file has once been accepted.
+    function test_aFileThatIsCancelled() {
+        showPage([]);
+        const preselected = files.writeVideo("green.webm", "lime");
+        selectAndCancel(preselected);
+        compare(streams.take(), []);
+        compare(cameraEmulationManager.streamRunning, false);
+        compare(page.videoFileUrl, preselected);
+        compare(control("videoFileField").text, preselected.toString());
+        compare(page.videoFilePath, files.path("green.webm"));
+        compare(state(), "videoFile | play | videoFile");
+        streams.receive();
+        press("playButton");
+        compare(streams.take(), ["play video"]);
+        tryVerify(() => streams.shows("lime"), 30000);
+    }
+
+    function test_aFileThatIsCancelledAfterAnother() {
+        showPage([]);
+        openFile(files.writeVideo("green.webm", "lime"));
+        streams.take();
+        const preselected = files.writeVideo("blue.webm", "blue");
+        selectAndCancel(preselected);
+        compare(streams.take().filter(entry => entry !== "stop video" && entry !== "play video"), []); // it may begin again
+        compare(state(), "videoFile | stop | videoFile");
+        compare(control("videoFileField").text, preselected.toString());
+        compare(page.videoFilePath, files.path("green.webm"));
+        press("stopButton");
+        streams.receive();
+        press("playButton");
+        tryVerify(() => streams.shows("lime"), 30000);
+    }
+
     function test_chosenFiles_data(): var {
         return [
             {
@@ -588,6 +630,34 @@ ViewTestCase {
         compare(streams.take().slice(-1), data.states);
     }
 
+    // The button of neither source is checked: then it is the video that is stopped.
+    function test_leavingWithoutASource() {
+        showPage(["Blue"]);
+        host.unplugCamera("Blue");
+        files.writeVideo("green.webm", "lime");
+        cameraEmulationManager.startVideoStream(files.path("green.webm"));
+        compare(state(), "| stop |");
+        streams.take();
+        streamRunningSpy.clear();
+        page.exitPage(() => {});
+        compare(streams.take().slice(-1), ["stop video"]);
+        compare(cameraEmulationManager.streamRunning, false);
+        compare(streamRunningSpy.count, 1);
+    }
+
+    function test_leavingTheCameraWithoutASource() {
+        showPage(["Blue"]);
+        control("cameraRadioButton").checked = false;
+        streams.receive();
+        press("playButton");
+        tryVerify(() => streams.shows("blue"), 30000);
+        compare(streams.take(), ["play camera"]);
+        compare(state(), "| camera stop |");
+        page.exitPage(() => {});
+        compare(streams.take(), []);
+        compare(cameraEmulationManager.streamRunning, false);
+    }
+
     function test_leavingWithoutAStream() {
         showPage(["Blue"]);
         click("sensorsValuesButton");
@@ -635,6 +705,69 @@ ViewTestCase {
         compare(stop.x - play.x - play.width, 10);
         compare(control("currentCameraLabel").wrapMode, Text.WordWrap);
         verify(stop.mapToItem(column, 0, 0).y < control("updateCamerasButton").mapToItem(column, 0, 0).y);
+    }
+
+    function test_aLowWindow_data(): var {
+        const camera = ["cameraBox", "resolutionBox", "framerateBox", "setSettingsButton"];
+        const video = ["videoFileField", "openFileButton"];
+        return [
+            {
+                tag: "400 pixels high, of a camera",
+                height: 400,
+                source: "cameraRadioButton",
+                controls: camera
+            },
+            {
+                tag: "400 pixels high, of a video",
+                height: 400,
+                source: "videoFileSourceRadioButton",
+                controls: video
+            },
+            {
+                tag: "lower than the camera's rows",
+                height: 150,
+                source: "cameraRadioButton",
+                controls: camera
+            },
+            {
+                tag: "lower than the video's rows",
+                height: 150,
+                source: "videoFileSourceRadioButton",
+                controls: video
+            }
+        ];
+    }
+
+    // The wheel brings every control into sight.
+    function test_aLowWindow(data: var) {
+        showPage(["Blue"]);
+        press(data.source);
+        view.height = data.height;
+        const scrollView = control("scrollView");
+        tryCompare(scrollView, "height", data.height);
+        waitForItemPolished(control("column"));
+        const areaOf = item => item.mapToItem(scrollView, 0, 0, item.width, item.height);
+        const isInSight = ({
+                left,
+                top,
+                right,
+                bottom
+            }) => left >= 0 && top >= 0 && right <= scrollView.width && bottom <= scrollView.height;
+        const turnWheelTo = item => {
+            const area = areaOf(item);
+            if (isInSight(area))
+                return true;
+            mouseWheel(scrollView, 5, 5, 0, area.top < 0 ? 30 : -30);
+            return false;
+        };
+        const fits = control("column").height <= data.height;
+        compare(isInSight(areaOf(control("updateCamerasButton"))), fits);
+        compare(fits, data.height === 400);
+        const names = ["cameraRadioButton", "videoFileSourceRadioButton", ...data.controls, "playButton", "stopButton", "updateCamerasButton"];
+        for (const name of [...names, ...names.slice().reverse()]) {
+            verify(control(name).visible, name);
+            tryVerify(() => turnWheelTo(control(name)), 30000, name);
+        }
     }
 
     function test_spokenControls_data(): var {

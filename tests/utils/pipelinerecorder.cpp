@@ -136,6 +136,15 @@ int PipelineRecorder::count(const QString &pipeline)
         pipelines.cbegin(), pipelines.cend(), [&](GstElement *candidate) { return nameOf(candidate) == pipeline; }));
 }
 
+bool PipelineRecorder::isPlaying(const QString &pipeline)
+{
+    const Pointer<GstElement> owner = pipelineOf(pipeline);
+    GstState state = GST_STATE_NULL;
+    if (owner)
+        gst_element_get_state(owner.get(), &state, nullptr, 0);
+    return state != GST_STATE_NULL;
+}
+
 GstElement *PipelineRecorder::element(const QString &pipeline, const QString &element)
 {
     const Pointer<GstElement> owner = pipelineOf(pipeline);

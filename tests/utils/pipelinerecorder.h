@@ -26,6 +26,9 @@ public:
     /// a moment longer than its owner does.
     static int count(const QString &pipeline);
 
+    /// Whether the only filled pipeline of this name has left GST_STATE_NULL, wherever it will get to.
+    static bool isPlaying(const QString &pipeline);
+
     /// An element of the only filled pipeline of this name. Owned by the caller; null when there is none.
     static GstElement *element(const QString &pipeline, const QString &element);
 

@@ -7,17 +7,16 @@
 #include "utils/pipelinerecorder.h"
 #include "utils/signallog.h"
 #include "utils/testcameras.h"
+#include "utils/testmedia.h"
 
 #include <QMetaProperty>
 #include <QRandomGenerator>
 #include <QSet>
-#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 #include <limits>
 #include <memory>
-#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -103,6 +102,13 @@ QString textProperty(const QString &pipeline, const QString &name, const char *p
     return QString::fromUtf8(GCharPointer(value).get());
 }
 
+QStringList sorted(const QSet<QString> &names)
+{
+    QStringList list = names.values();
+    list.sort();
+    return list;
+}
+
 } // namespace
 
 class TestCameraEmulationManager : public QObject
@@ -118,6 +124,7 @@ private Q_SLOTS:
     void hasTheConstantsOfTheStream();
     void startsWithNothingSelected();
     void watchesFromTheStartAndNoLongerThanItLives();
+    void listsWhatWasThereBeforeIt();
 
     void buildsTheVideoPipeline();
     void buildsTheCameraPipelineWhenItIsSetUp();
@@ -141,6 +148,8 @@ private Q_SLOTS:
     void selectsTheDevice_data();
     void selectsTheDevice();
     void aSourceOfAnotherKindIsLeftAlone();
+    void theFirstDeviceDecidesOfWhichKindTheSourceIs_data();
+    void theFirstDeviceDecidesOfWhichKindTheSourceIs();
 
     void startsAndStopsTheCamera();
     void applyingWhileStreamingRestarts();
@@ -159,7 +168,6 @@ private Q_SLOTS:
     void otherUnpluggedWhileStreaming();
     void pluggedInAgain();
     void firstCameraPluggedInWhileStreaming();
-    void pluggedInByAnotherThread();
     void forgetsWhatWasAnnouncedToAnOlderMonitor();
 
     void updatesTheList();
@@ -173,6 +181,7 @@ private Q_SLOTS:
     void livesShortly();
 
 private:
+    void makeManager();
     void waitUntilWatching();
     void setUpWith(const QList<TestCamera> &cameras);
 
@@ -189,6 +198,11 @@ void TestCameraEmulationManager::initTestCase()
 void TestCameraEmulationManager::init()
 {
     PipelineRecorder::takeEntries();
+    makeManager();
+}
+
+void TestCameraEmulationManager::makeManager()
+{
     m_log = std::make_unique<SignalLog>();
     m_manager = std::make_unique<CameraEmulationManager>();
     m_log->watch(m_manager.get());
@@ -313,6 +327,28 @@ void TestCameraEmulationManager::watchesFromTheStartAndNoLongerThanItLives()
     QTRY_COMPARE(m_manager->cameras(), QStringList(u"Beta"_s));
     m_manager.reset();
     QVERIFY(!TestCameras::isWatched());
+}
+
+void TestCameraEmulationManager::listsWhatWasThereBeforeIt()
+{
+    m_manager.reset();
+    TestCameras::plug(betaCamera);
+    TestCameras::plug(alphaCamera);
+    makeManager();
+    QTRY_COMPARE(m_manager->cameras(), QStringList({u"Alpha"_s, u"Beta"_s}));
+    QCOMPARE(m_manager->cameraName(), QString());
+    QCOMPARE(m_manager->resolutions(), QVariantList());
+    // The first that is announced is the only one for a moment.
+    QCOMPARE(
+        m_log->takeEntries(),
+        QStringList(
+            {u"cameras=Beta"_s,
+             u"resolutionsChanged"_s,
+             u"framerates="_s,
+             u"cameraStreamSettingsApplied"_s,
+             u"cameras="_s,
+             u"resolutionsChanged"_s,
+             u"framerates="_s}));
 }
 
 void TestCameraEmulationManager::buildsTheVideoPipeline()
@@ -639,6 +675,40 @@ void TestCameraEmulationManager::aSourceOfAnotherKindIsLeftAlone()
     QCOMPARE(sourceDevice(), betaCamera.device);
 }
 
+void TestCameraEmulationManager::theFirstDeviceDecidesOfWhichKindTheSourceIs_data()
+{
+    QTest::addColumn<QStringList>("order");
+    QTest::addColumn<QString>("factory");
+
+    QTest::newRow("which is the first by name, too") << QStringList{u"Alpha"_s, u"Zeta"_s} << u"testcamerasrc"_s;
+    QTest::newRow("which is the last by name") << QStringList{u"Zeta"_s, u"Alpha"_s} << u"testindexcamerasrc"_s;
+}
+
+void TestCameraEmulationManager::theFirstDeviceDecidesOfWhichKindTheSourceIs()
+{
+    QFETCH(QStringList, order);
+    QFETCH(QString, factory);
+    TestCamera byIndex = betaCamera;
+    byIndex.name = u"Zeta"_s;
+    byIndex.source = TestCamera::Source::DeviceIndex;
+    byIndex.device = u"3"_s;
+    const auto sourceFactory = [] {
+        const GstElementPointer source = element(cameraPipeline, u"sourcePluginCam"_s);
+        return source ? QString::fromUtf8(GST_OBJECT_NAME(gst_element_get_factory(source.get()))) : QString();
+    };
+    QList<TestCamera> cameras;
+    for (const QString &name : std::as_const(order))
+        cameras.append(name == byIndex.name ? byIndex : alphaCamera);
+    setUpWith(cameras);
+    QCOMPARE(sourceFactory(), factory);
+    QCOMPARE(m_manager->cameraName(), u"Alpha"_s);
+
+    m_manager->updateCamerasList();
+    QTRY_COMPARE(PipelineRecorder::count(cameraPipeline), 1);
+    QCOMPARE(sourceFactory(), factory);
+    QCOMPARE(m_manager->cameraName(), u"Alpha"_s);
+}
+
 void TestCameraEmulationManager::startsAndStopsTheCamera()
 {
     setUpWith({alphaCamera});
@@ -873,27 +943,6 @@ void TestCameraEmulationManager::firstCameraPluggedInWhileStreaming()
         QStringList({u"streamRunning=false"_s, u"streamRunning=true"_s, u"cameraStreamSettingsApplied"_s}));
 }
 
-void TestCameraEmulationManager::pluggedInByAnotherThread()
-{
-    setUpWith({});
-    QList<QThread *> threads;
-    connect(
-        m_manager.get(),
-        &CameraEmulationManager::camerasChanged,
-        m_manager.get(),
-        [&] { threads.append(QThread::currentThread()); },
-        Qt::DirectConnection);
-    std::thread([] {
-        TestCameras::plug(alphaCamera);
-        TestCameras::plug(betaCamera);
-        TestCameras::unplug(u"Alpha"_s);
-    }).join();
-    QCOMPARE(threads.size(), 0);
-    QTRY_COMPARE(threads.size(), 3);
-    QCOMPARE(m_manager->cameras(), QStringList(u"Beta"_s));
-    QCOMPARE(QSet<QThread *>(threads.cbegin(), threads.cend()), QSet<QThread *>({thread()}));
-}
-
 void TestCameraEmulationManager::forgetsWhatWasAnnouncedToAnOlderMonitor()
 {
     setUpWith({alphaCamera});
@@ -1007,55 +1056,95 @@ void TestCameraEmulationManager::randomPlugging()
     QFETCH(quint32, seed);
     QRandomGenerator random(seed);
     const QList<TestCamera> all{alphaCamera, betaCamera, gammaCamera, oddCamera};
+    const QTemporaryDir folder;
+    const QString video = folder.filePath(u"video.webm"_s);
+    QCOMPARE(TestUtils::writeVideo(video, {.frames = 300}), QString());
     setUpWith({betaCamera});
 
     // What must hold, told without a pipeline.
     QSet<QString> plugged{u"Beta"_s};
     QString selected = u"Beta"_s;
+    QString applied = u"Beta"_s; // the camera that the source would open
     bool running = false;
-    const auto sorted = [&plugged] {
-        QStringList names = plugged.values();
-        names.sort();
-        return names;
+    bool cameraPlays = false;
+    bool videoPlays = false;
+    const auto selectFirst = [&] {
+        if (!plugged.isEmpty())
+            selected = sorted(plugged).constFirst();
+    };
+    const auto startCamera = [&] {
+        running = true;
+        cameraPlays = plugged.contains(applied);
+        videoPlays = false;
+    };
+    const auto apply = [&] {
+        if (plugged.contains(selected))
+            applied = selected;
+        if (running)
+            startCamera();
     };
 
-    for (int step = 0; step < 100; ++step) {
+    for (int step = 0; step < 150; ++step) {
         const TestCamera &camera = all.at(random.bounded(int(all.size())));
-        switch (random.bounded(8)) {
+        switch (random.bounded(12)) {
         case 0:
             m_manager->startCameraStream();
-            running = true;
+            startCamera();
             break;
         case 1:
-            m_manager->setCameraStreamSettings();
+            m_manager->stopCameraStream();
+            running = cameraPlays = false;
             break;
         case 2:
+            m_manager->startVideoStream(video);
+            running = videoPlays = true;
+            cameraPlays = false;
+            break;
+        case 3:
+            m_manager->stopVideoStream();
+            running = videoPlays = false;
+            break;
+        case 4:
+            m_manager->startVideoStream(random.bounded(2) ? QString() : folder.filePath(u"missing.webm"_s));
+            cameraPlays = videoPlays = false;
+            break;
+        case 5:
+            m_manager->setCameraStreamSettings();
+            apply();
+            break;
+        case 6:
             if (plugged.contains(camera.name)) {
                 m_manager->setCameraName(camera.name);
                 selected = camera.name;
             }
             break;
-        case 3:
+        case 7:
             m_manager->updateCamerasList();
-            running = false;
-            if (!plugged.isEmpty())
-                selected = sorted().first();
+            running = cameraPlays = false;
+            applied.clear();
+            selectFirst();
+            apply();
             break;
         default:
             if (plugged.remove(camera.name)) {
                 TestCameras::unplug(camera.name);
                 if (selected == camera.name) {
-                    running = false;
-                    if (!plugged.isEmpty())
-                        selected = sorted().first();
+                    if (running)
+                        running = cameraPlays = false;
+                    if (!plugged.isEmpty()) {
+                        selectFirst();
+                        apply();
+                    }
                 }
             } else {
                 TestCameras::plug(camera);
                 plugged.insert(camera.name);
+                if (plugged.size() == 1)
+                    apply();
             }
         }
 
-        QTRY_COMPARE(m_manager->cameras(), sorted());
+        QTRY_COMPARE(m_manager->cameras(), sorted(plugged));
         QCOMPARE(m_manager->cameraName(), selected);
         QCOMPARE(m_manager->streamRunning(), running);
         const bool offers = plugged.contains(selected) && selected != "Odd"_L1;
@@ -1064,6 +1153,8 @@ void TestCameraEmulationManager::randomPlugging()
         QVERIFY(!offers || m_manager->framerates().contains(m_manager->framerate()));
         QTRY_COMPARE(PipelineRecorder::count(cameraPipeline), 1);
         QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
+        QCOMPARE(PipelineRecorder::isPlaying(cameraPipeline), cameraPlays);
+        QCOMPARE(PipelineRecorder::isPlaying(videoPipeline), videoPlays);
     }
 }
 

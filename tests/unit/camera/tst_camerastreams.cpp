@@ -99,6 +99,8 @@ private Q_SLOTS:
     void refusedFiles();
     void refusedFilesEndARunningStream_data();
     void refusedFilesEndARunningStream();
+    void onlyAcceptedFilesReachTheSource_data();
+    void onlyAcceptedFilesReachTheSource();
     void h264IsNamed();
     void aVideoThatCannotBeEncodedBlocksNothing();
     void anotherVideoTakesOver();
@@ -480,6 +482,53 @@ void TestCameraStreams::refusedFilesEndARunningStream()
     QCOMPARE(takeStates(), QStringList(stopCamera));
 }
 
+void TestCameraStreams::onlyAcceptedFilesReachTheSource_data()
+{
+    QTest::addColumn<bool>("running");
+
+    QTest::newRow("while nothing runs") << false;
+    QTest::newRow("while the camera runs") << true;
+}
+
+void TestCameraStreams::onlyAcceptedFilesReachTheSource()
+{
+    QFETCH(bool, running);
+    const QString other = path(u"Другое видео.webm"_s);
+    const QString refused = path(u"refused.webm"_s);
+    QCOMPARE(TestUtils::writeVideo(other, {.frames = 300}), QString());
+    QVERIFY(writeBytes(refused, "no video"));
+    const auto location = [] {
+        const GstElementPointer source(PipelineRecorder::element(u"video-stream-pipeline"_s, u"filesrc"_s));
+        gchar *text = nullptr;
+        if (source)
+            g_object_get(source.get(), "location", &text, nullptr);
+        return QFile::decodeName(GCharPointer(text).get());
+    };
+    TestCameras::plug(blueCamera);
+    m_manager->setupCameraStreamPipeline();
+    QCOMPARE(location(), QString());
+
+    if (running)
+        m_manager->startCameraStream();
+    m_manager->startVideoStream(refused);
+    QCOMPARE(location(), QString());
+    QCOMPARE(m_manager->streamRunning(), running);
+    m_manager->startVideoStream(other);
+    QCOMPARE(location(), other);
+    QVERIFY(m_manager->streamRunning());
+    for (const QString &file : {refused, QString(), path(u"missing.webm"_s)}) {
+        m_manager->startVideoStream(file);
+        QCOMPARE(location(), other);
+        QVERIFY(m_manager->streamRunning());
+        QVERIFY(!PipelineRecorder::isPlaying(u"video-stream-pipeline"_s));
+        QVERIFY(!PipelineRecorder::isPlaying(u"camera-stream-pipeline"_s));
+    }
+    m_manager->startVideoStream(m_video);
+    QCOMPARE(location(), m_video);
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 3, 30000);
+    QVERIFY(alike(m_receiver->color(), green));
+}
+
 void TestCameraStreams::h264IsNamed()
 {
     TestUtils::installH264Decoder();
@@ -556,8 +605,14 @@ void TestCameraStreams::appliedSettingsReplaceTheVideo()
     m_manager->setupCameraStreamPipeline();
     m_manager->startVideoStream(m_video);
     QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), videoSize, 30000);
+    m_log->takeEntries();
+    takeStates();
     m_manager->setCameraStreamSettings();
     QVERIFY(m_manager->streamRunning());
+    QCOMPARE(
+        m_log->takeEntries(),
+        QStringList({u"streamRunning=false"_s, u"streamRunning=true"_s, u"cameraStreamSettingsApplied"_s}));
+    QCOMPARE(takeStates(), QStringList({stopVideo, playCamera}));
     QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), cameraSize, 30000);
     m_receiver->clear();
     QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
