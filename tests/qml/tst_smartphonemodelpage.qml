@@ -1003,6 +1003,25 @@ ViewTestCase {
         compare(rotation()[2], -1);
     }
 
+    function test_clickedSliderOfAnotherPageKeepsItsKeys() {
+        stopTimer();
+        const slider = object("sensorsValuesPage/accelerometerControls/xSlider/slider");
+        mouseClick(slider);
+        compare(slider.activeFocus, true);
+        keyClick(Qt.Key_Right);
+        compare(host.takeFrames().length > 0, true);
+        compare(slider.activeFocus, true);
+    }
+
+    // As when another window comes to the front.
+    function test_noFocusWhileControlIsHeld() {
+        openPage();
+        keyboard.press(Qt.Key_Control);
+        root.Window.activeFocusItem.focus = false;
+        page.controlModifierPressed = false;
+        compare(page.rotationMode, true);
+    }
+
     function test_backFromAField_data() {
         return [
             {

@@ -193,7 +193,7 @@ function switchMode() {
         moveRadioButton.checked = true;
     else
         rotationRadioButton.checked = true;
-    if (!scrollView.focusItem.visible) // a slider of the other mode
+    if (scrollView.focusItem?.visible === false) // a slider of the other mode
         takeKeys();
 }
 

@@ -196,7 +196,7 @@ ManagementPage {
         Keys.onReleased: event => Logic.handleKeyRelease(event)
         onFocusItemChanged: {
             const slider = focusItem as Slider;
-            if (slider && slider.focusReason === Qt.MouseFocusReason)
+            if (visible && slider && slider.focusReason === Qt.MouseFocusReason)
                 Qt.callLater(Logic.takeKeys);
         }
         onVisibleChanged: {

@@ -259,13 +259,16 @@ class Bench:
         ):
             for _ in range(WARM_UP):
                 step()
-            before = usage(streamer.pid)
-            for _ in range(count):
-                step()
-            threads, files, memory = (after - at_first for after, at_first in zip(usage(streamer.pid), before))
+            states = [usage(streamer.pid)]
+            for half in (count // 2, count - count // 2):
+                for _ in range(half):
+                    step()
+                states.append(usage(streamer.pid))
+            threads, files, _ = (last - first for first, last in zip(states[0], states[2]))
+            early, late = (states[i + 1][2] - states[i][2] for i in (0, 1))
             print(
-                f"{count} {title}: {threads:+} threads, {files:+} file descriptors, {memory:+} KiB "
-                "(aim: no growth)"
+                f"{count} {title}: {threads:+} threads, {files:+} file descriptors, {early:+} KiB in the first half, "
+                f"{late:+} KiB in the second (aim: no growth)"
             )
         streamer.end()
 
