@@ -14,6 +14,7 @@ import shutil
 import subprocess
 import time
 from collections.abc import Callable, Iterator
+from contextlib import contextmanager
 from dataclasses import dataclass
 from pathlib import Path
 from typing import TypeVar
@@ -276,6 +277,15 @@ class Desktop:
 
     def press(self, *keys: str) -> None:
         self._xdotool("key", *keys)
+
+    @contextmanager
+    def holding(self, key: str) -> Iterator[None]:
+        """Holds a key down meanwhile; of one that is no modifier, the X server makes more and more presses."""
+        self._xdotool("keydown", key)
+        try:
+            yield
+        finally:
+            self._xdotool("keyup", key)
 
     def type(self, text: str) -> None:
         self._xdotool("type", "--delay", "20", "--", text)
