@@ -125,6 +125,7 @@ class Desktop:
         self._display = display
         self._size = size
         self._processes: list[subprocess.Popen] = []
+        self._pointer: tuple[int, int] | None = None
 
     def __enter__(self) -> Desktop:
         if self._display is None:
@@ -255,7 +256,9 @@ class Desktop:
         self._xdotool("click", 1)
 
     def move(self, x: int, y: int) -> None:
-        self._xdotool("mousemove", "--sync", x, y)
+        if self._pointer != (x, y):  # xdotool would wait many seconds for the pointer to leave its place
+            self._xdotool("mousemove", "--sync", x, y)
+            self._pointer = (x, y)
 
     def double_click(self, target: Element) -> None:
         self.move(*target.rectangle.centre)

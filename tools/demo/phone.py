@@ -12,7 +12,7 @@ from guest import SENSORS, Guest
 from ide import Ide
 from page import Page
 
-AXES = ("X", "Y", "Z")
+SENSORS_OF_PHONE = ("accelerometer", "gyroscope", "magnetometer")
 SECONDS_PER_STEP = 0.1  # of the gyroscope
 
 Vector = tuple[float, float, float]
@@ -33,30 +33,32 @@ class PhonePage(Page):
 
     def rotation(self) -> Vector:
         """The angles that the page shows, in degrees; only in rotation mode."""
-        x, y, z = (float(self.control("text", f"{axis}-Rot").text) for axis in AXES)
+        x, y, z = (float(self.control("text", f"{axis}-Rot").text) for axis in "XYZ")
         return x, y, z
 
     def type_angle(self, axis: str, angle: str) -> None:
         self.type_number(f"{axis}-Rot", angle)
         self.desktop.press("Return")
 
-    def reading(self, sensor: str) -> Vector:
-        """What that sensor reads in the guest."""
+    def readings(self) -> dict[str, Vector]:
+        """What the phone's sensors read in the guest at one moment."""
         state = self.guest.sensors()
-        x, y, z = (state[sensor + axis] for axis in AXES)
-        return x, y, z
+        return {sensor: (state[f"{sensor}X"], state[f"{sensor}Y"], state[f"{sensor}Z"]) for sensor in SENSORS_OF_PHONE}
+
+    def reading(self, sensor: str) -> Vector:
+        return self.readings()[sensor]
 
     def rates(self) -> list[Vector]:
         """What the gyroscope was set to since the mark, in degrees per second; without the steps at rest."""
-        return [rate for rate in readings(self.calls.since_mark(), "setGyroscopeValues") if any(rate)]
+        return [rate for rate in sent(self.calls.since_mark(), "setGyroscopeValues") if any(rate)]
 
     def move(self) -> list[Vector]:
         """What the accelerometer was set to since the mark, in thousandths of g, once a move has begun and ended."""
-        found = readings(self.calls.since_mark(), "setAccelerometerValues")
+        found = sent(self.calls.since_mark(), "setAccelerometerValues")
         return found if len(set(found)) > 1 and found[0] == found[-1] else []
 
 
-def readings(calls: Iterable[str], method: str) -> list[Vector]:
+def sent(calls: Iterable[str], method: str) -> list[Vector]:
     """The three numbers of each call of that method."""
     found = []
     for name, *arguments in map(str.split, calls):
