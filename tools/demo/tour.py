@@ -24,6 +24,7 @@ from desktop import Desktop, Timeout, wait_for  # noqa: E402
 from gps import GpsPage  # noqa: E402
 from guest import Guest  # noqa: E402
 from ide import Ide  # noqa: E402
+from phone import PhonePage  # noqa: E402
 from sensors import SensorPages  # noqa: E402
 from session import Session, connections  # noqa: E402
 from tracks import write_tracks  # noqa: E402
@@ -117,6 +118,7 @@ def take(tour: Tour, desktop: Desktop, session: Session) -> None:
     tour.step("Stored values in the guest", ", ".join(f"{key} {state[key]}" for key in wanted))
 
     show_sensor_pages(tour, desktop, ide, guest)
+    show_phone_page(tour, desktop, ide, guest)
     with tempfile.TemporaryDirectory(prefix="files-") as folder:
         write_tracks(Path(folder))
         show_gps_page(tour, desktop, ide, guest, Path(folder) / "walk-gga.nmea")
@@ -187,6 +189,34 @@ def show_sensor_pages(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> N
         f"{', '.join(remaining)} stay; the guest has {', '.join(enabled)}",
         desktop,
     )
+
+
+def show_phone_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest) -> None:
+    page = PhonePage(ide, guest)
+    page.show()
+
+    def in_the_guest(sensor: str, scale: float = 1, unit: str = "") -> str:
+        values = (f"{round(value * scale, 2) + 0:g}" for value in page.reading(sensor))  # no minus for zero
+        return f"the guest's {sensor} reads {' '.join(values)}{unit}"
+
+    page.click("button", "Right side up")
+    wait_for("the guest to follow", lambda: page.reading("accelerometer") == (1000, 0, 0), 60)
+    desktop.move(*page.control("", "Device rotation").rectangle.centre)  # no hint in the picture
+    tour.step("Phone turned to a side", f"{in_the_guest('accelerometer')}; {in_the_guest('magnetometer', 1e6, ' μT')}")
+
+    with desktop.holding("Up"):
+        wait_for("the guest to turn along", lambda: page.reading("gyroscope")[0] > 0, 60)
+        tour.step("Phone turned by keys", in_the_guest("gyroscope"), desktop)
+    wait_for("the phone to rest", lambda: not any(page.reading("gyroscope")), 60)
+    tour.step("Phone at rest", f"it is turned by {page.rotation()}; {in_the_guest('gyroscope')}")
+
+    page.calls.start_here()
+    with desktop.holding("ctrl"):
+        page.wait_for_mode("Move")
+        desktop.press(*["Right"] * 5)
+        readings = wait_for("a move in the guest", page.move, 60)
+        shown = ", ".join(" ".join(f"{value:g}" for value in reading) for reading in dict.fromkeys(readings))
+        tour.step("Phone moved by keys", f"the guest's accelerometer has read {shown}, and then the first again")
 
 
 def show_gps_page(tour: Tour, desktop: Desktop, ide: Ide, guest: Guest, track: Path) -> None:
