@@ -1108,6 +1108,19 @@ ViewTestCase {
         compare(control("accelerometerLabel").text, "Accelerometer (m/s²): %1 %1 %1".arg(data.text));
     }
 
+    // A turned phone leaves tiny numbers of either sign where there is nothing.
+    function test_shownZeroHasNoSign() {
+        openPage();
+        page.magnetXValue = -3e-15;
+        page.magnetYValue = -0.0004;
+        page.magnetZValue = -0.0006;
+        compare(control("magnetometerLabel").text, "Magnetometer (μT): 0.000 0.000 -0.001");
+        page.gyroXValue = -0;
+        page.gyroYValue = 1e-15;
+        page.gyroZValue = -1234.5;
+        compare(control("gyroscopeLabel").text, "Gyroscope (°/s): 0.000 0.000 -1,234.500");
+    }
+
     function test_labelsOfSwitchedSensors() {
         openPage();
         const results = control("resultingValues");

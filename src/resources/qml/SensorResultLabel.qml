@@ -20,7 +20,12 @@ Label {
     // Unlike "visible", also while the page is hidden.
     readonly property bool available: manager.sensorsAvailability[sensorName] ?? false
 
+    function shown(value: double): string {
+        const isZero = Number(value.toFixed(decimals)) === 0;
+        return (isZero ? 0 : value).toLocaleString(locale, "f", decimals); // no minus for zero
+    }
+
     visible: available
     enabled: manager.sensorsEnabledStates[sensorName] ?? false
-    text: title + ": " + values.map(value => value.toLocaleString(locale, "f", decimals)).join(" ")
+    text: title + ": " + values.map(value => shown(value)).join(" ")
 }
