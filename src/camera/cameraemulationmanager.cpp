@@ -335,6 +335,8 @@ void CameraEmulationManager::playVideo()
 
 void CameraEmulationManager::restartVideoStream()
 {
+    if (!m_videoPipeline) // the signal is public
+        return;
     m_videoPipeline->stopIfRunning();
     playVideo();
 }

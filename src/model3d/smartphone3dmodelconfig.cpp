@@ -3,8 +3,8 @@
 
 #include "model3d/smartphone3dmodelconfig.h"
 
-#include <QCoreApplication>
-#include <QDir>
+#include "model3d/devicefiles.h"
+
 #include <QFileInfo>
 #include <QSettings>
 #include <QUrl>
@@ -15,25 +15,14 @@ namespace EmulationManagement::Internal {
 
 namespace {
 
-// Where the installed data files lie, relative to the executable.
-constexpr auto dataPath = ""_L1;
-
 constexpr auto defaultDevice = "default"_L1;
 constexpr auto deviceNameKey = "device-name"_L1;
 constexpr auto meshKey = "mesh"_L1;
 constexpr auto textureKey = "texture"_L1;
 
-// Three short lines are expected. QSettings would read anything to its end, and the start of the IDE waits for it.
-constexpr qint64 largestFile = 1024 * 1024; // bytes
-
-bool isAcceptable(const QFileInfo &file)
-{
-    return file.isFile() && file.size() <= largestFile;
-}
-
 QString dataFileUri(const QString &folder, const QString &fileName)
 {
-    const QString path = u"%1/%2/%3/%4"_s.arg(QCoreApplication::applicationDirPath(), dataPath, folder, fileName);
+    const QString path = DeviceFiles::path(u"%1/%2"_s.arg(folder, fileName));
     return QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()).toString();
 }
 
@@ -72,21 +61,11 @@ void Smartphone3DModelConfig::updateSmartphone3DModel(const QString &deviceName)
 
 void Smartphone3DModelConfig::initSmartphone3DModelsConfigurations()
 {
-    const QDir directory(
-        QDir::fromNativeSeparators(u"%1/%2/configs"_s.arg(QCoreApplication::applicationDirPath(), dataPath)));
-    const QStringList fileNames = directory.entryList({u"*.ini"_s}, QDir::Files, QDir::Unsorted);
-    for (const QString &fileName : fileNames) {
-        const QString path = u"%1/%2"_s.arg(directory.path(), fileName);
-        QString deviceName;
-        QVariantMap configuration{{meshKey, QString()}, {textureKey, QString()}};
-        if (isAcceptable(QFileInfo(path))) {
-            const QSettings file(path, QSettings::IniFormat);
-            deviceName = file.value(deviceNameKey).toString();
-            configuration[meshKey] = file.value(meshKey).toString();
-            configuration[textureKey] = file.value(textureKey).toString();
-        }
-        m_configurations.insert(deviceName, configuration);
-    }
+    DeviceFiles::forEach(u"configs"_s, [this](const QSettings &file) {
+        const QVariantMap configuration{
+            {meshKey, DeviceFiles::text(file, meshKey)}, {textureKey, DeviceFiles::text(file, textureKey)}};
+        m_configurations.insert(DeviceFiles::text(file, deviceNameKey), configuration);
+    });
 }
 
 } // namespace EmulationManagement::Internal

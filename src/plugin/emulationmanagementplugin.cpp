@@ -3,6 +3,7 @@
 
 #include "plugin/emulationmanagementplugin.h"
 
+#include "model3d/devicefiles.h"
 #include "plugin/qmlsetup.h"
 
 #include <coreplugin/actionmanager/actioncontainer.h>
@@ -19,7 +20,6 @@
 
 #include <QAction>
 #include <QCoreApplication>
-#include <QDir>
 #include <QLocale>
 #include <QMainWindow>
 #include <QQmlContext>
@@ -39,9 +39,6 @@ constexpr char toolsMenuId[] = "Vok.Tools.Menu";
 
 // The only state of a virtual machine whose number matters here: running, and its SSH server answers.
 constexpr int connectedState = 4;
-
-// Where the installed data files lie, relative to the IDE's executable.
-constexpr auto dataPath = ""_L1;
 
 // Smaller, the rows' sliders have no room.
 constexpr QSize smallestViewSize(1000, 400);
@@ -118,10 +115,7 @@ void EmulationManagementPlugin::setupContextProperties()
 
 void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()
 {
-    const QDir directory(QDir::fromNativeSeparators(u"%1/%2"_s.arg(QCoreApplication::applicationDirPath(), dataPath)));
-    const QStringList fileNames = directory.entryList({u"*.ini"_s}, QDir::Files, QDir::Unsorted);
-    for (const QString &fileName : fileNames) {
-        QSettings file(u"%1/%2"_s.arg(directory.path(), fileName), QSettings::IniFormat);
+    DeviceFiles::forEach({}, [this](QSettings &file) {
         SensorsConfiguration configuration;
         file.beginGroup("sensors"_L1);
         const QStringList sensorNames = file.childKeys();
@@ -130,8 +124,8 @@ void EmulationManagementPlugin::initEmulatorModesSensorsConfigurations()
                 configuration.sensors.insert(sensorName, isAvailable(file.value(sensorName, true)));
         }
         file.endGroup();
-        m_emulatorModesSensorsConfigurations.insert(file.value("device-name"_L1).toString(), configuration);
-    }
+        m_emulatorModesSensorsConfigurations.insert(DeviceFiles::text(file, u"device-name"_s), configuration);
+    });
 }
 
 // Bound once more, the GPS manager sets itself up twice on each connection and hears each reply twice.

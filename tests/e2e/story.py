@@ -19,10 +19,7 @@ IMAGE: Path
 
 def own_build_folder(folder: Path) -> Path:
     """A build folder with an executable of its own: files beside that one are this run's alone."""
-    binaries = folder / "ide" / "bin"
-    binaries.mkdir(parents=True)
-    for file in (BUILD / "ide" / "bin").iterdir():
-        shutil.copy(file, binaries)
+    shutil.copytree(BUILD / "ide" / "bin", folder / "ide" / "bin")
     for part in ("lib", "ide/lib", "ide/libexec", "ide/share"):
         (folder / part).symlink_to(BUILD / part)
     return folder

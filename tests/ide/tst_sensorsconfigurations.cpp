@@ -92,6 +92,7 @@ void tst_SensorsConfigurations::deviceModels_data()
     QTest::newRow("a malformed file gives what can be read from it")
         << u"Malformed"_s << QStringList{disabling(u"als"_s)};
     QTest::newRow("a key without a name is not read") << u"Empty key"_s << QStringList{disabling(u"als"_s)};
+    QTest::newRow("a comma is part of a name") << u"Phone, small"_s << QStringList{disabling(u"als"_s)};
     QTest::newRow("names are compared with their letter case") << u"partial"_s << everything;
     QTest::newRow("other files are not read") << u"Not an INI file"_s << everything;
     QTest::newRow("folders are not searched") << u"In a folder"_s << everything;

@@ -40,6 +40,10 @@ ViewTestCase {
         signalName: "replyFromEmulatorReceived"
     }
 
+    FontMetrics {
+        id: labelMetrics
+    }
+
     function showPage() {
         click("gpsManagementButton");
         compare(page.visible, true);
@@ -1081,5 +1085,27 @@ ViewTestCase {
         compare(page.visible, false);
         next(); // goes on out of sight
         compareCalls([jump(1)]);
+    }
+
+    function test_layout() {
+        showPage();
+        loadThree();
+        const column = object("gpsManagementPage/trackTable").parent;
+        compare([column.width, column.spacing, column.padding], [620, 15, 15]);
+        for (const name of ["latitudeField", "longitudeField", "altitudeField"])
+            compare([object(name).width, object(name).horizontalAlignment], [90, TextInput.AlignRight], name);
+        for (const name of ["play", "pause", "stop"]) {
+            const button = object("gpsManagementPage/" + name + "Button");
+            compare([button.width, String(button.icon.source)], [40, "qrc:/emulationmanagement/%1.png".arg(name)]);
+        }
+        const row = object("gpsManagementPage/playButton").parent;
+        compare([row.spacing, object("speedBox").width, row.parent.width, row.parent.spacing], [10, 80, 450, 5]);
+        const label = object("progressLabel");
+        labelMetrics.font = label.font;
+        compare([label.width, label.horizontalAlignment], [5 * labelMetrics.height, Text.AlignRight]);
+        const table = object("trackTable");
+        compare(table.columnWidth(0), 70);
+        compare(table.columnWidth(1), table.width / 6);
+        compare([object("tableView").columnSpacing, object("tableView").rowSpacing], [1, 1]);
     }
 }

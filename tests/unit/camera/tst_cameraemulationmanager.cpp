@@ -159,6 +159,7 @@ private Q_SLOTS:
     void withoutASourceTheStreamCountsAsRunning();
 
     void firstCameraPluggedIn();
+    void anotherCameraTakesTheOnlyOnesPlace();
     void secondCameraPluggedIn();
     void sameNamePluggedInAgain();
     void selectedCameraUnplugged();
@@ -179,6 +180,7 @@ private Q_SLOTS:
     void randomPlugging_data();
     void randomPlugging();
     void livesShortly();
+    void aVideosEndIsNoMatterBeforeSetUp();
 
 private:
     void makeManager();
@@ -818,6 +820,21 @@ void TestCameraEmulationManager::firstCameraPluggedIn()
         QStringList({u"cameras=Beta"_s, u"resolutionsChanged"_s, u"framerates="_s, u"cameraStreamSettingsApplied"_s}));
 }
 
+// The chosen name is still the first one's, and so the source's device.
+void TestCameraEmulationManager::anotherCameraTakesTheOnlyOnesPlace()
+{
+    setUpWith({alphaCamera});
+    QCOMPARE(sourceDevice(), alphaCamera.device);
+    TestCameras::unplug(u"Alpha"_s);
+    QTRY_COMPARE(m_manager->cameras(), QStringList());
+    TestCameras::plug(betaCamera);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Beta"_s));
+    QCOMPARE(m_manager->cameraName(), u"Alpha"_s);
+    QCOMPARE(sourceDevice(), alphaCamera.device);
+    m_manager->updateCamerasList();
+    QCOMPARE(sourceDevice(), betaCamera.device);
+}
+
 void TestCameraEmulationManager::secondCameraPluggedIn()
 {
     setUpWith({betaCamera});
@@ -1171,6 +1188,14 @@ void TestCameraEmulationManager::livesShortly()
         TestCameras::unplug(u"Beta"_s);
     }
     QCoreApplication::processEvents();
+}
+
+// Anyone may emit a signal, a script of the view too.
+void TestCameraEmulationManager::aVideosEndIsNoMatterBeforeSetUp()
+{
+    CameraEmulationManager manager;
+    Q_EMIT manager.videoStreamStopped();
+    QVERIFY(!manager.streamRunning());
 }
 
 QTEST_GUILESS_MAIN(TestCameraEmulationManager)

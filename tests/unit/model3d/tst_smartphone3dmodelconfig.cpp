@@ -190,6 +190,8 @@ void TestSmartphone3DModelConfig::selectsByName_data()
         << Files{{u"a.ini"_s, "mesh=a.obj\ntexture=a.png\n"}} << QString() << u"a.obj"_s << u"a.png"_s;
     row("an empty file is the configuration of the empty name")
         << Files{{u"a.ini"_s, {}}, {u"b.ini"_s, configOf("default", "plain")}} << QString() << nothing << nothing;
+    row("a comma is part of a device's name") << Files{{u"a.ini"_s, configOf("Phone, small", "phone")}}
+                                              << u"Phone, small"_s << u"phone.obj"_s << u"phone.png"_s;
     row("names may be in any script") << Files{{u"a.ini"_s, configOf("Телефон", "трубка")}} << u"Телефон"_s
                                       << u"трубка.obj"_s << u"трубка.png"_s;
     row("names may have characters that templates have")
@@ -214,7 +216,8 @@ void TestSmartphone3DModelConfig::selectsByName_data()
         << u"a.obj"_s << u"a.png"_s;
     defaultFile("a file name may lie in a folder", "mesh=small/a.obj\ntexture=small/a.png\n")
         << u"small/a.obj"_s << u"small/a.png"_s;
-    defaultFile("a list is no file name", "mesh=a.obj, b.obj\ntexture=\"a, b.png\"\n") << nothing << u"a, b.png"_s;
+    defaultFile("a comma is part of a file name", "mesh=a, b.obj\ntexture=\"a, b.png\"\n")
+        << u"a, b.obj"_s << u"a, b.png"_s;
     defaultFile("lines may end as in DOS", "mesh=a.obj\r\ntexture=a.png\r\n") << u"a.obj"_s << u"a.png"_s;
     defaultFile("the last line needs no end", "mesh=a.obj\ntexture=a.png") << u"a.obj"_s << u"a.png"_s;
     defaultFile("what cannot be understood is passed over", "mesh=a.obj\n[\n=\n]=[\n\\x\n[General]\ntexture=a.png\n")
