@@ -383,12 +383,20 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Magnetic Field</source>
         <translation>Magnetfeld</translation>
     </message>
+    <message>
+        <source>μT</source>
+        <translation>μT</translation>
+    </message>
 </context>
 <context>
     <name>MagnetometerControls</name>
     <message>
         <source>Magnetometer</source>
         <translation>Magnetometer</translation>
+    </message>
+    <message>
+        <source>μT</source>
+        <translation>μT</translation>
     </message>
 </context>
 <context>
@@ -411,11 +419,11 @@ Unterstützte Formate: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
     </message>
     <message>
         <source>FaceUp</source>
-        <translation>Display oben</translation>
+        <translation>Bildschirm oben</translation>
     </message>
     <message>
         <source>FaceDown</source>
-        <translation>Display unten</translation>
+        <translation>Bildschirm unten</translation>
     </message>
     <message>
         <source>Orientation Sensor</source>

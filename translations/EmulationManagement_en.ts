@@ -383,12 +383,20 @@ Supported formats: GPRMC, GPGGA, GPGLL, GPWPL.</translation>
         <source>Magnetic Field</source>
         <translation>Magnetic Field</translation>
     </message>
+    <message>
+        <source>μT</source>
+        <translation>μT</translation>
+    </message>
 </context>
 <context>
     <name>MagnetometerControls</name>
     <message>
         <source>Magnetometer</source>
         <translation>Magnetometer</translation>
+    </message>
+    <message>
+        <source>μT</source>
+        <translation>μT</translation>
     </message>
 </context>
 <context>

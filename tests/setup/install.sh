@@ -42,7 +42,11 @@ $libraries/tarn/passt
 share/doc/emulationmanagement/three.js-LICENSE
 share/qtcreator/translations/EmulationManagement_de.qm
 share/qtcreator/translations/EmulationManagement_en.qm
-share/qtcreator/translations/TarnPlugin_de.qm"
+share/qtcreator/translations/EmulationManagement_es.qm
+share/qtcreator/translations/EmulationManagement_ru.qm
+share/qtcreator/translations/TarnPlugin_de.qm
+share/qtcreator/translations/TarnPlugin_es.qm
+share/qtcreator/translations/TarnPlugin_ru.qm"
 installed=$(cd "$root" && find . -not -type d -printf '%P\n' | LC_ALL=C sort)
 check "each file has its place" diff <(echo "$expected") <(echo "$installed")
 check "the programs can be run" test -x "$root/$libraries/tarn/passt"

@@ -23,7 +23,7 @@ SensorControls {
                 maxValue: 100.0
                 stepSize: 0.001
                 numberRoundingSize: 3
-                valueUnits: "\u03bcT"
+                valueUnits: qsTr("\u03bcT")
                 onSliderSubmited: value => root.manager["setMagneticField" + axis](value)
 
                 Binding on value {

@@ -23,7 +23,7 @@ SensorControls {
                 maxValue: 65.0
                 stepSize: 0.001
                 numberRoundingSize: 3
-                valueUnits: "\u03bcT"
+                valueUnits: qsTr("\u03bcT")
                 resultValueMultiplier: 0.000001
                 onSliderSubmited: value => root.manager["setMagnetometer" + axis](value)
 
