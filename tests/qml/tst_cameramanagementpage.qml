@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Dialogs
 import QtTest
 import "qrc:/emulationmanagement/qml"
@@ -322,6 +323,27 @@ ViewTestCase {
             const [left, right] = name.startsWith("current") ? [15, 302] : [317, 604];
             verify(item.width > 0 && area.left >= left && area.right <= right, name + " " + area);
         }
+    }
+
+    function test_aNameThatIsCutOffIsToldWhole() {
+        const name = "A camera whose maker had very much to say about it";
+        plug("B");
+        plug(name);
+        showPage([]);
+        const box = control("cameraBox");
+        choose("cameraBox", box.find(name));
+        tryVerify(() => box.truncated);
+        box.hoverEnabled = true; // as it is on a desktop
+        box.ToolTip.delay = 0;
+        let moves = 0;
+        tryVerify(() => {
+            mouseMove(box, box.width / 2 + ++moves % 2, box.height / 2);
+            return box.ToolTip.visible;
+        });
+        compare(box.ToolTip.text, name);
+        choose("cameraBox", box.find("B"));
+        tryVerify(() => !box.truncated);
+        tryVerify(() => !box.ToolTip.visible);
     }
 
     // --- Streams ----------------------------------------------------------------------------------------------------

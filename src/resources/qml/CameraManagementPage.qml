@@ -294,6 +294,7 @@ ManagementPage {
                         id: setSettingsButton
 
                         objectName: "setSettingsButton"
+                        horizontalPadding: 15
                         text: qsTr("Set settings")
                         onClicked: root.manager.setCameraStreamSettings()
                     }
@@ -342,6 +343,7 @@ ManagementPage {
 
                     objectName: "playButton"
                     enabled: !root.manager.streamRunning && (!videoFileSourceRadioButton.checked || root.videoFilePath !== "")
+                    horizontalPadding: 15
                     text: qsTr("Start stream")
                     onClicked: root.startStream()
                 }
@@ -351,6 +353,7 @@ ManagementPage {
 
                     objectName: "stopButton"
                     enabled: root.manager.streamRunning
+                    horizontalPadding: 15
                     text: qsTr("Stop")
                     onClicked: root.stopStream()
                 }
@@ -365,6 +368,7 @@ ManagementPage {
 
                     objectName: "updateCamerasButton"
                     anchors.right: parent.right
+                    horizontalPadding: 15
                     text: qsTr("Update cameras list")
                     onClicked: root.manager.updateCamerasList()
                 }

@@ -12,6 +12,9 @@ ComboBox {
     id: root
 
     required property int selectedIndex
+    readonly property TextInput field: contentItem as TextInput
+    // A camera's name may be longer than its box, which cuts it off.
+    readonly property bool truncated: field && field.contentWidth > field.width - field.leftPadding - field.rightPadding
 
     // A new model would begin at its first entry.
     function showSelection() {
@@ -19,6 +22,9 @@ ComboBox {
     }
 
     Layout.fillWidth: true
+    ToolTip.text: displayText
+    ToolTip.visible: hovered && truncated && !popup.visible
+    ToolTip.delay: 700
     Accessible.description: displayText
     onSelectedIndexChanged: showSelection()
     onModelChanged: showSelection()

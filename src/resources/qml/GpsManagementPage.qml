@@ -367,6 +367,7 @@ ManagementPage {
                     id: setPositionButton
 
                     objectName: "setPositionButton"
+                    horizontalPadding: 15
                     text: qsTr("Set")
                     Accessible.name: qsTr("Set the position")
                     onClicked: {

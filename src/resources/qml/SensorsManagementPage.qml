@@ -213,6 +213,7 @@ ManagementPage {
                     id: resetButton
 
                     objectName: "resetButton"
+                    horizontalPadding: 15
                     text: qsTr("Reset")
                     onClicked: root.reset()
                 }
@@ -221,6 +222,7 @@ ManagementPage {
                     id: applyButton
 
                     objectName: "applyButton"
+                    horizontalPadding: 15
                     text: qsTr("Apply")
                     onClicked: root.submit()
                 }

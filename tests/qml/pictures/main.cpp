@@ -1,22 +1,31 @@
 // SPDX-FileCopyrightText: EmulationManagement contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// usage: view-pictures FOLDER [THEME...]
-// Draws every page of the view into FOLDER, in themes of the IDE, at its first size and at twice that size.
+// usage: view-pictures [--language NAME] FOLDER [THEME...]
+// Draws every page of the view into FOLDER, in themes of the IDE and in the language of one of the translations, at its
+// smallest size, at its first size and at twice that size.
 
 #include "sensors/sensorsemulationmanager.h"
 #include "view/viewhost.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
 #include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QTest>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+void click(QQuickView &view, const QString &name)
+{
+    const auto *item = view.rootObject()->findChild<QQuickItem *>(name);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, item->mapToScene(item->boundingRect().center()).toPoint());
+}
 
 void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folder)
 {
@@ -34,16 +43,24 @@ void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folde
     view.show();
     view.requestActivate();
 
-    static const QStringList pages{
-        u"sensorsManagement"_s, u"sensorsValues"_s, u"smartphoneModel"_s, u"gpsManagement"_s, u"cameraManagement"_s};
-    for (const int scale : {1, 2}) {
-        view.resize(1100 * scale, 600 * scale);
-        for (const QString &page : pages) {
-            const auto *button = view.rootObject()->findChild<QQuickItem *>(page + u"Button"_s);
-            QTest::mouseClick(&view, Qt::LeftButton, {}, button->mapToScene(button->boundingRect().center()).toPoint());
+    // Each with the controls that choose what it shows.
+    static const QList<QStringList> pages{
+        {u"sensorsManagementButton"_s},
+        {u"sensorsValuesButton"_s},
+        {u"smartphoneModelButton"_s, u"rotationRadioButton"_s},
+        {u"smartphoneModelButton"_s, u"moveRadioButton"_s},
+        {u"gpsManagementButton"_s},
+        {u"cameraManagementButton"_s, u"videoFileSourceRadioButton"_s},
+        {u"cameraManagementButton"_s, u"cameraRadioButton"_s},
+    };
+    for (const QSize size : {QSize(1000, 400), QSize(1100, 600), QSize(2200, 1200)}) {
+        view.resize(size);
+        for (const QStringList &controls : pages) {
+            for (const QString &control : controls)
+                click(view, control);
             QTest::keyClick(&view, Qt::Key_Tab);
             QTest::qWait(50);
-            const QString name = u"%1-%2-%3.png"_s.arg(theme, page).arg(view.width());
+            const QString name = u"%1-%2-%3.png"_s.arg(theme, controls.join(u'-')).arg(view.width());
             if (!view.grabWindow().save(folder.filePath(name)))
                 qFatal("Cannot write %s", qPrintable(folder.filePath(name)));
         }
@@ -55,14 +72,26 @@ void drawPages(TestView::ViewHost &host, const QString &theme, const QDir &folde
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    QStringList arguments = application.arguments().mid(1);
+    const QCommandLineOption languageOption(u"language"_s, {}, u"NAME"_s);
+    QCommandLineParser parser;
+    parser.addOption(languageOption);
+    parser.process(application);
+    QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty())
-        qFatal("usage: view-pictures FOLDER [THEME...]");
+        qFatal("usage: view-pictures [--language NAME] FOLDER [THEME...]");
     const QDir folder(arguments.takeFirst());
     if (!folder.mkpath(u"."_s))
         qFatal("Cannot make %s", qPrintable(folder.path()));
     if (arguments.isEmpty())
         arguments = {u"light-2024"_s, u"dark-2024"_s};
+
+    QTranslator translator;
+    if (parser.isSet(languageOption)) {
+        const QString name = u"EmulationManagement_"_s + parser.value(languageOption);
+        if (!translator.load(name, QStringLiteral(EMULATIONMANAGEMENT_TRANSLATIONS)))
+            qFatal("There is no translation %s", qPrintable(name));
+        QCoreApplication::installTranslator(&translator);
+    }
 
     TestView::ViewHost host;
     for (const QString &theme : std::as_const(arguments))
