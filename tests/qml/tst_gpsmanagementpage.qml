@@ -1088,7 +1088,6 @@ ViewTestCase {
     }
 
     function test_layout() {
-        showPage();
         loadThree();
         const column = object("gpsManagementPage/trackTable").parent;
         compare([column.width, column.spacing, column.padding], [620, 15, 15]);
