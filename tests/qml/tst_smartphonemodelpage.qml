@@ -24,6 +24,14 @@ ViewTestCase {
         SmartphoneModelPage {}
     }
 
+    Component {
+        id: otherWindowComponent
+
+        Window {
+            visible: true
+        }
+    }
+
     Timer {
         id: clock
 
@@ -1013,13 +1021,21 @@ ViewTestCase {
         compare(slider.activeFocus, true);
     }
 
-    // As when another window comes to the front.
-    function test_noFocusWhileControlIsHeld() {
+    // Nor in another window, which hears of it instead.
+    function test_anotherWindowWhileControlIsHeld() {
         openPage();
         keyboard.press(Qt.Key_Control);
-        root.Window.activeFocusItem.focus = false;
-        page.controlModifierPressed = false;
+        compare(page.rotationMode, false);
+        const other = createTemporaryObject(otherWindowComponent, null);
+        other.requestActivate();
+        tryCompare(other, "active", true);
+        tryCompare(page, "controlModifierPressed", false);
         compare(page.rotationMode, true);
+        other.close();
+        root.Window.window.requestActivate();
+        tryCompare(root.Window, "active", true);
+        keyClick(Qt.Key_Left);
+        compare([...rotation(), ...position()], [0, 0, -1, 0, 0, 0]);
     }
 
     function test_backFromAField_data() {

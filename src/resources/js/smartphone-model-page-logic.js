@@ -67,7 +67,7 @@ function fieldOnPhone(rotation, field) {
     const strength = direction.length();
     const [x, y, z] = [[1, 0, 0], [0, 1, 0], [0, 0, 1]].map(unit => {
         const angle = new Three.Vector3(...unit).applyEuler(euler).angleTo(direction);
-        return strength === 0 || isNaN(angle) ? 0 : strength * Math.cos(angle);
+        return isNaN(angle) ? 0 : strength * Math.cos(angle);
     });
     return new Three.Vector3(x, y, z);
 }
