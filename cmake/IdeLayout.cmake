@@ -52,6 +52,17 @@ link_all("${_ide_prefix}/share" "${EMULATIONMANAGEMENT_IDE_DIR}/share" qtcreator
 link_all("${_ide_prefix}/share/qtcreator" "${EMULATIONMANAGEMENT_IDE_DIR}/share/qtcreator" translations)
 link_all("${_ide_prefix}/share/qtcreator/translations" "${EMULATIONMANAGEMENT_IDE_TRANSLATION_DIR}")
 
+# Each plugin is a component of its own, which is what an extension archive holds. One for the IDE's users finds nothing
+# outside its own folder, so the SDK's libraries belong to both.
+
+# install_sdk_library(target)
+function(install_sdk_library target)
+    install(TARGETS ${target} LIBRARY DESTINATION "${EMULATIONMANAGEMENT_INSTALL_LIBRARY_DIR}" NAMELINK_SKIP
+        COMPONENT TarnPlugin)
+    install(TARGETS ${target} LIBRARY DESTINATION "${EMULATIONMANAGEMENT_INSTALL_LIBRARY_DIR}" NAMELINK_SKIP
+        COMPONENT EmulationManagement EXCLUDE_FROM_ALL)
+endfunction()
+
 # add_ide_plugin(target METADATA json-file SOURCES ... LIBRARIES ... [DESTINATION dir])
 # A module that the IDE loads. DESTINATION replaces the common plugin folder (test plugins keep to themselves).
 function(add_ide_plugin target)
@@ -67,6 +78,7 @@ function(add_ide_plugin target)
         INSTALL_RPATH "$ORIGIN;$ORIGIN/.."
     )
     if(arg_DESTINATION STREQUAL EMULATIONMANAGEMENT_IDE_PLUGIN_DIR)
-        install(TARGETS ${target} LIBRARY DESTINATION "${EMULATIONMANAGEMENT_INSTALL_PLUGIN_DIR}")
+        install(TARGETS ${target}
+            LIBRARY DESTINATION "${EMULATIONMANAGEMENT_INSTALL_PLUGIN_DIR}" COMPONENT ${target})
     endif()
 endfunction()

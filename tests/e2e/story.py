@@ -25,12 +25,33 @@ def own_build_folder(folder: Path) -> Path:
     return folder
 
 
-class Story(unittest.TestCase):
+class Steps(unittest.TestCase):
     """The tests of a subclass are steps: each starts where the last one ended, and a failure ends the story."""
+
+    broken = False
+
+    def setUp(self) -> None:
+        if type(self).broken:
+            self.fail("an earlier step of this story failed")
+
+    def run(self, result: unittest.TestResult | None = None) -> unittest.TestResult | None:
+        assert result
+        troubles = len(result.errors) + len(result.failures)
+        super().run(result)
+        if len(result.errors) + len(result.failures) > troubles and not type(self).broken:
+            type(self).broken = True
+            self.show_failure()
+        return result
+
+    def show_failure(self) -> None:
+        """Shows what the machine was like when a step failed."""
+
+
+class Story(Steps):
+    """The real IDE's window on a desktop without a display, the real emulator."""
 
     stored: dict[str, object] = {}
     with_cameras = False
-    broken = False
 
     @classmethod
     def setUpClass(cls) -> None:
@@ -59,16 +80,6 @@ class Story(unittest.TestCase):
         cls.session.start_ide()
         cls.ide.wait_until_open()
 
-    def setUp(self) -> None:
-        if type(self).broken:
-            self.fail("an earlier step of this story failed")
-
-    def run(self, result: unittest.TestResult | None = None) -> unittest.TestResult | None:
-        assert result
-        troubles = len(result.errors) + len(result.failures)
-        super().run(result)
-        if len(result.errors) + len(result.failures) > troubles and not type(self).broken:
-            type(self).broken = True
-            self.desktop.screenshot(self.pictures / f"{self._testMethodName}.png")
-            print(f"--- the end of the IDE's log\n{self.session.log_tail()}\n---")
-        return result
+    def show_failure(self) -> None:
+        self.desktop.screenshot(self.pictures / f"{self._testMethodName}.png")
+        print(f"--- the end of the IDE's log\n{self.session.log_tail()}\n---")

@@ -30,7 +30,7 @@ verb_test() {
     done
 
     build_preset "$preset"
-    if [[ " ${rings[*]} " == *" e2e "* ]]; then ensure_image; fi
+    if [[ " ${rings[*]} " =~ " e2e "|" setup " ]]; then ensure_image; fi
 
     local results=$build_root/$preset/test-results
     rm -rf "$results"

@@ -1,0 +1,80 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A Debian machine to install on: a copy of this one's system folders, in which we are root."""
+
+from __future__ import annotations
+
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+CACHE = Path(os.environ.get("EMULATIONMANAGEMENT_CACHE") or Path.home() / ".cache" / "emulationmanagement")
+FOLDERS = ("usr", "etc", "var")
+
+
+class Machine:
+    """Shares the network, the processes and the folders for temporary files with this machine."""
+
+    def __init__(self) -> None:
+        self.root = CACHE / f"install-machine-{os.getpid()}"
+        (self.root / "root").mkdir(parents=True)
+        for folder in FOLDERS:
+            # Some files are for root's eyes only; the machine does without them.
+            subprocess.run(["cp", "-a", f"/{folder}", self.root / folder], stderr=subprocess.DEVNULL)
+        for link in ("bin", "lib", "lib64", "sbin"):
+            if Path(f"/{link}").is_symlink():
+                (self.root / link).symlink_to(Path(f"/{link}").readlink())
+        # This machine may do without documentation.
+        for file in (self.root / "etc/dpkg/dpkg.cfg.d").glob("*"):
+            lines = file.read_text().splitlines(keepends=True)
+            file.write_text("".join(line for line in lines if not line.startswith("path-exclude")))
+        # One user id is all there is, so apt cannot change to a user of its own.
+        (self.root / "etc/apt/apt.conf.d/90one-user").write_text('APT::Sandbox::User "root";\n')
+
+    def remove(self) -> None:
+        shutil.rmtree(self.root, ignore_errors=True)
+
+    def as_root(self, *command: str | Path) -> str:
+        done = subprocess.run(
+            [*self._enter(0), "--tmpfs", "/run", "--setenv", "HOME", "/root", "--setenv", "DEBIAN_FRONTEND",
+             "noninteractive", "--chdir", "/root", "--", *command],
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+        )  # fmt: skip
+        if done.returncode:
+            raise RuntimeError(f"{' '.join(map(str, command))}: exit code {done.returncode}: {done.stdout[-3000:]}")
+        return done.stdout
+
+    def as_user(self, *command: str | Path) -> list[str]:
+        """The command that runs another one as an ordinary user, who sees this machine's folders of the cache."""
+        options: list[str | Path] = ["--bind", CACHE, CACHE]
+        runtime = os.environ.get("XDG_RUNTIME_DIR")
+        if runtime:
+            options += ["--bind", runtime, runtime]
+        return [str(part) for part in [*self._enter(1000), *options, "--", *command]]
+
+    def _enter(self, user: int) -> list[str | Path]:
+        return [
+            "bwrap", "--unshare-user", "--uid", str(user), "--gid", str(user), "--bind", self.root, "/",
+            "--dev-bind", "/dev", "/dev", "--bind", "/proc", "/proc", "--ro-bind", "/sys", "/sys", "--bind", "/tmp", "/tmp",
+        ]  # fmt: skip
+
+    # --- packages -------------------------------------------------------------------------------
+
+    def install(self, package: Path) -> None:
+        """What the package needs has to be here already: nothing is downloaded."""
+        shutil.copy(package, self.root / "root")
+        self.as_root("dpkg", "--install", f"/root/{package.name}")
+
+    def keep_only(self, *packages: str, recommended: bool) -> None:
+        """These packages and what they depend on are all that stays."""
+        manual = self.as_root("apt-mark", "showmanual").split()
+        self.as_root("apt-mark", "auto", *manual)
+        self.as_root("apt-mark", "manual", "apt", *packages)
+        self.as_root(
+            "apt-get", "-y", "-o", "Dpkg::Options::=--force-unsafe-io",
+            "-o", f"APT::AutoRemove::RecommendsImportant={str(recommended).lower()}", "autoremove",
+        )  # fmt: skip
+
+    def has(self, file: str) -> bool:
+        return os.path.lexists(f"{self.root}/{file.lstrip('/')}")

@@ -1,0 +1,149 @@
+# SPDX-FileCopyrightText: EmulationManagement contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What "./dev package" makes, on a machine that has Qt Creator and nothing that it does not bring: installed, used once
+with a real emulator, and removed."""
+
+from __future__ import annotations
+
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+import story
+from machine import Machine
+from session import Session
+
+PLUGINS = ["plugin: emulationmanagement", "plugin: emulationmanagementprobe", "plugin: tarnplugin"]
+PAGES = [
+    f"page: {page}ManagementPage" if page in ("sensors", "gps", "camera") else f"page: {page}Page"
+    for page in ("sensors", "sensorsValues", "smartphoneModel", "gps", "camera")
+]
+ENGLISH = ["sdks: 1", "menu: Emulation Management…", "window: Emulation Management", *PAGES]
+GERMAN = ["sdks: 1", "menu: Emulationsverwaltung…", "window: Emulationsverwaltung", *PAGES]
+
+
+class Packages(story.Steps):
+    machine: Machine
+    session: Session
+    added: list[str]
+
+    @classmethod
+    def setUpClass(cls) -> None:
+        cls.packages = story.BUILD / "packages"
+        cls.machine = Machine()
+        cls.addClassCleanup(cls.machine.remove)
+        # The user's folders: those of the machine's IDE, kept from start to start.
+        cls.home = cls.machine.root.with_name(cls.machine.root.name + "-home")
+        cls.addClassCleanup(shutil.rmtree, cls.home, ignore_errors=True)
+        cls.home.mkdir()
+        cls.session = Session(cls.home / "session", story.BUILD, story.IMAGE)
+        cls.addClassCleanup(cls.session.end)
+
+    def ide(self, task: str, *, language: str = "", seconds: float = 400) -> list[str]:
+        """Starts the packaged IDE for one task of the probe's, and returns the facts that it has printed."""
+        probe = self.home / "probe"
+        shutil.copytree(story.BUILD / "tests/setup/probe/plugins", probe, dirs_exist_ok=True)
+        self.session.store_settings("%General", {"OverrideLanguage": language or "C"})
+        environment = {
+            "HOME": str(self.home), "PATH": "/usr/bin:/bin", "LANG": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen",
+            "QT_QUICK_BACKEND": "software", "QT_LOGGING_RULES": "qssh.debug=true;tarn*.debug=true",
+            "XDG_RUNTIME_DIR": os.environ["XDG_RUNTIME_DIR"],
+        }  # fmt: skip
+        command = self.machine.as_user(
+            "qtcreator", "-pluginpath", probe, "-settingspath", self.session.settings, "-probe", task
+        )
+        done = subprocess.run(command, env=environment, capture_output=True, text=True, timeout=seconds)
+        log = done.stdout + done.stderr
+        self.assertEqual(done.returncode, 0, log[-6000:])
+        facts = ("plugin: ", "sdks: ", "error: ", "menu: ", "window: ", "page: ", "box: ", "stream: ", "wizard: ", "installed: ")
+        return [line for line in done.stdout.splitlines() if line.startswith(facts)]
+
+    def user_files(self) -> list[str]:
+        """What lies where the IDE keeps a user's extensions."""
+        root = self.home / ".local/share/data/QtProject/qtcreator/plugins"
+        return sorted(str(path.relative_to(root)) for path in root.rglob("*") if not path.is_dir())
+
+    # --- the packages themselves ------------------------------------------------------------------
+
+    def test_one_package_and_two_archives_are_made(self) -> None:
+        shutil.rmtree(self.packages, ignore_errors=True)
+        subprocess.run(["cpack"], cwd=story.BUILD, check=True, capture_output=True)
+        shutil.rmtree(self.packages / "_CPack_Packages")
+        machine = os.uname().machine
+        architecture = subprocess.run(["dpkg", "--print-architecture"], check=True, capture_output=True, text=True).stdout
+        self.assertEqual(
+            sorted(file.name for file in self.packages.iterdir()),
+            [
+                f"emulationmanagement-16.0.0-linux-{machine}.tar.xz",
+                f"emulationmanagement_16.0.0_{architecture.strip()}.deb",
+                f"tarnplugin-16.0.0-linux-{machine}.tar.xz",
+            ],
+        )
+
+    def package(self, pattern: str) -> Path:
+        (file,) = self.packages.glob(pattern)
+        return file
+
+    # --- the Debian package -----------------------------------------------------------------------
+
+    def test_the_package_is_installed_beside_what_it_names(self) -> None:
+        contents = subprocess.run(["dpkg-deb", "--fsys-tarfile", self.package("*.deb")], check=True, capture_output=True)
+        listing = subprocess.run(["tar", "-t"], input=contents.stdout, check=True, capture_output=True, cwd="/").stdout
+        type(self).added = [file[1:] for file in listing.decode().splitlines() if not self.machine.has(file[1:])]
+        self.assertIn("/usr/bin/configs/default.ini", self.added)
+        self.assertNotIn("/usr/bin/", self.added)
+        self.machine.install(self.package("*.deb"))
+        self.assertEqual([file for file in self.added if not self.machine.has(file)], [])
+        self.machine.keep_only("qtcreator", "emulationmanagement", recommended=True)
+        for program in ("ccache", "mmdebstrap", "openbox", "xdotool"):  # what only building and testing need
+            self.assertFalse(self.machine.has(f"/usr/bin/{program}"), program)
+
+    def test_the_ide_shows_it_in_its_user_s_language(self) -> None:
+        self.session.prepare()
+        self.assertEqual(self.ide("look", language="de"), [*PLUGINS, *GERMAN])
+
+    def test_the_emulator_starts_and_gets_pictures(self) -> None:
+        video = self.home / "video.webm"
+        subprocess.run(
+            ["gst-launch-1.0", "-q", "videotestsrc", "num-buffers=50", "!", "video/x-raw,width=320,height=240", "!",
+             "vp8enc", "deadline=1", "!", "webmmux", "!", "filesink", f"location={video}"],
+            check=True,
+        )  # fmt: skip
+        self.assertEqual(self.ide(f"open:{video}"), ["window: visible", "stream: running"])
+        self.assertIn("start='5454' to='1234'", self.session.definition())
+        self.session.kill_emulator()
+
+    def test_without_a_virtual_machine_the_plugin_works_as_well(self) -> None:
+        self.machine.keep_only("qtcreator", "emulationmanagement", recommended=False)
+        self.assertFalse(self.machine.has("/usr/bin/qemu-system-x86_64"))
+        self.session.store_settings("Tarn", {"ConnectionUri": "test:///default"})
+        self.assertEqual(self.ide("look"), [*PLUGINS, *ENGLISH])
+
+    def test_removed_it_leaves_nothing(self) -> None:
+        # What it brought along is needed once more, for the archives.
+        self.machine.as_root("apt-mark", "manual", *self.machine.as_root("apt-mark", "showauto").split())
+        self.machine.as_root("apt-get", "-y", "purge", "emulationmanagement")
+        self.assertEqual([file for file in self.added if self.machine.has(file)], [])
+        self.assertEqual(self.ide("look"), ["plugin: emulationmanagementprobe", "sdks: 0"])
+
+    # --- the extension archives -------------------------------------------------------------------
+
+    def test_the_ide_s_wizard_installs_the_archives(self) -> None:
+        for archive in ("tarnplugin-*", "emulationmanagement-*"):
+            copy = self.home / self.package(archive).name
+            shutil.copy(self.package(archive), copy)
+            self.assertEqual(self.ide(f"install:{copy}"), ["wizard: Summary", "installed: yes"])
+
+    def test_the_ide_loads_them_when_it_starts_again(self) -> None:
+        self.assertEqual(self.ide("look"), [*PLUGINS, *ENGLISH])
+
+    def test_without_the_sdk_it_says_so(self) -> None:
+        self.ide("remove:tarnplugin")
+        self.assertEqual(self.ide("look"), [plugin for plugin in PLUGINS if "tarn" not in plugin] + ENGLISH)
+
+    def test_removed_they_leave_nothing(self) -> None:
+        self.assertNotEqual(self.user_files(), [])
+        self.ide("remove:emulationmanagement")
+        self.assertEqual(self.ide("look"), ["plugin: emulationmanagementprobe", "sdks: 0"])
+        self.assertEqual(self.user_files(), [])
