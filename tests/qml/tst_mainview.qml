@@ -69,6 +69,7 @@ ViewTestCase {
             compare(button.contentItem.horizontalAlignment, Text.AlignLeft);
             compare(button.contentItem.verticalAlignment, Text.AlignVCenter);
             compare(button.contentItem.elide, Text.ElideRight);
+            verify(!button.contentItem.truncated, button.text);
             compare(button.Accessible.name, button.text);
             compare(button.Accessible.checked, button.active);
         }

@@ -38,6 +38,10 @@ Button {
         horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
+        // A little smaller rather than cut off.
+        fontSizeMode: Text.HorizontalFit
+        minimumPointSize: Math.max(1, root.font.pointSize * 0.85)
+        minimumPixelSize: Math.max(1, root.font.pixelSize * 0.85)
         // White on the light highlight of some themes needs an edge.
         style: root.active && root.lightHighlight ? Text.Outline : Text.Normal
         styleColor: "#606060"
