@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""usage: run-ring.py BUILD_FOLDER RING [-- EXTRA ARGUMENT...]
+"""usage: run-ring.py BUILD_FOLDER RING FILTER [-- EXTRA ARGUMENT...]
 
-Runs a ring's programs one after another, with extra arguments, and shows their output as it comes.
+Runs a ring's programs whose names match, one after another, with extra arguments, and shows their output as it comes.
 """
 
 import json
@@ -13,16 +13,19 @@ import sys
 
 
 def main() -> int:
-    folder, ring = sys.argv[1:3]
-    extra = sys.argv[4:]
+    folder, ring, names = sys.argv[1:4]
+    extra = sys.argv[5:]
     listing = subprocess.run(
-        ["ctest", "--test-dir", folder, "--label-regex", f"^{ring}$", "--show-only=json-v1"],
+        ["ctest", "--test-dir", folder, "--label-regex", f"^{ring}$", "--tests-regex", names, "--show-only=json-v1"],
         check=True,
         capture_output=True,
         text=True,
     )
     failed = []
-    for test in json.loads(listing.stdout)["tests"]:
+    tests = json.loads(listing.stdout)["tests"]
+    if not tests:
+        sys.exit(f"no program of the ring {ring} matches {names}")
+    for test in tests:
         properties = {entry["name"]: entry["value"] for entry in test["properties"]}
         environment = os.environ | dict(line.split("=", 1) for line in properties.get("ENVIRONMENT", []))
         print(f"--- {test['name']}", flush=True)

@@ -21,5 +21,5 @@ verb_fuzz() {
         esac
     done
     build_preset sanitize
-    "$project/tools/run-ring.py" "$build_root/sanitize" fuzz -- --seconds "$seconds" --seed "$seed"
+    "$project/tools/run-ring.py" "$build_root/sanitize" fuzz . -- --seconds "$seconds" --seed "$seed"
 }
