@@ -52,8 +52,8 @@ link_all("${_ide_prefix}/share" "${EMULATIONMANAGEMENT_IDE_DIR}/share" qtcreator
 link_all("${_ide_prefix}/share/qtcreator" "${EMULATIONMANAGEMENT_IDE_DIR}/share/qtcreator" translations)
 link_all("${_ide_prefix}/share/qtcreator/translations" "${EMULATIONMANAGEMENT_IDE_TRANSLATION_DIR}")
 
-# Each plugin is a component of its own, which is what an extension archive holds. One for the IDE's users finds nothing
-# outside its own folder, so the SDK's libraries belong to both.
+# Each plugin is a component of its own, which is what an extension archive holds. An extension installed for one user
+# finds no libraries outside its own folder, so both archives carry the SDK's.
 
 # install_sdk_library(target)
 function(install_sdk_library target)

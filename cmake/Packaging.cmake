@@ -16,12 +16,15 @@ set(CPACK_PACKAGE_DESCRIPTION
 readings, positions and recorded tracks, a camera's picture, and a virtual
 phone whose pose becomes sensor readings.")
 set(CPACK_STRIP_FILES ON)
+# Whatever the builder's umask.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_VERBATIM_VARIABLES ON)
 # The generators differ in where things go.
 set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_LIST_DIR}/PackagingPaths.cmake")
 
 # The libraries' dependencies are found in the files; what is loaded or started by its name is listed here. The plugin
-# also works with an SDK that brings its own emulator, so the virtual machine is only recommended.
+# also works with an SDK that brings its own emulator.
 set(_loaded_by_name
     gstreamer1.0-plugins-base
     gstreamer1.0-plugins-good
@@ -34,7 +37,8 @@ set(_loaded_by_name
     qml6-module-qtquick-window
     qml6-module-qtsensors
 )
-set(_virtual_machine
+# The virtual machine, and cameras that only PipeWire knows.
+set(_recommended
     gstreamer1.0-pipewire
     libvirt-daemon-driver-qemu
     passt
@@ -42,14 +46,13 @@ set(_virtual_machine
 )
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://emulationmanagement.example")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${EMULATIONMANAGEMENT_LIBRARY_DIR}" "${_ide_library_dir}")
 math(EXPR _next_series "${PROJECT_VERSION_MAJOR} + 1")
 list(JOIN _loaded_by_name ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS
-    ", qtcreator (>= ${PROJECT_VERSION_MAJOR}), qtcreator (<< ${_next_series})")
-list(JOIN _virtual_machine ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
+    ", qtcreator (>= ${PROJECT_VERSION_MAJOR}), qtcreator (<< ${_next_series}~)")
+list(JOIN _recommended ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
 
 set(CPACK_COMPONENTS_ALL EmulationManagement TarnPlugin)
 set(CPACK_COMPONENTS_GROUPING IGNORE)

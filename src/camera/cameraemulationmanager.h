@@ -11,7 +11,7 @@
 #include <atomic>
 #include <memory>
 
-using GstDevice = struct _GstDevice; // NOLINT(bugprone-reserved-identifier): GStreamer's own name for it
+using GstDevice = struct _GstDevice; // GStreamer's own name for it
 
 namespace EmulationManagement::Internal {
 class CameraMonitor;

@@ -52,8 +52,9 @@ void appendFixedNumber(QString &text, double value, int decimals)
     if (decimals > 0 && decimals < int(powersOfTen.size())) {
         const double scaled = std::abs(value) * powersOfTen.at(size_t(decimals));
         const double whole = std::floor(scaled);
-        if (scaled >= 1 && scaled < largest && std::abs(scaled - whole - 0.5) > tieMargin) {
-            appendDigits(text, value < 0, quint64(scaled + 0.5), decimals);
+        const double rest = scaled - whole;
+        if (scaled >= 1 && scaled < largest && std::abs(rest - 0.5) > tieMargin) {
+            appendDigits(text, value < 0, quint64(whole) + (rest > 0.5 ? 1 : 0), decimals);
             return;
         }
     }

@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The documents keep up with the project: each link and each file that they name leads somewhere, each picture is shown,
-each package that is installed stands among the dependencies with its license, and each source says whose it is."""
+each package that is installed stands among the dependencies, each row of which says a license, and each source says whose it is."""
 
 import fnmatch
 import pathlib
@@ -94,7 +94,7 @@ def sources_without_header():
     for name in tracked():
         file = PROJECT / name
         is_source = name.endswith(SOURCES) or file.name in ("CMakeLists.txt", "dev")
-        if is_source and "SPDX-License-Identifier: " not in file.read_text()[:400]:
+        if is_source and "SPDX-License-Identifier: " not in file.read_text(encoding="utf-8")[:400]:
             yield f"{name}: no license"
 
 

@@ -39,19 +39,25 @@ def texts() -> dict[str, list[str]]:
         for message in ElementTree.parse(file).iter("message"):
             found["en"].append(plain(message.findtext("source", "")))
             found[language].append(plain("".join(message.find("translation").itertext())))
-    for document in [*PROJECT.glob("*.md"), *(PROJECT / "docs").glob("*.md")]:
+    listing = ["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", "*.md"]
+    names = subprocess.run(listing, cwd=PROJECT, capture_output=True, text=True, check=True).stdout.split("\0")
+    for document in [PROJECT / name for name in names if name]:
         found["en"].append(plain(prose(document.read_text(encoding="utf-8"))))
     return found
 
 
-def misspelled(language: str, lines: list[str]) -> set[str]:
+def words(lines: list[str]) -> set[str]:
     """Words with a hyphen count as their parts; single letters are axes and units."""
-    words = {word for line in lines for word in re.findall(r"[^\W\d_]{2,}(?:['’][^\W\d_]+)?", line)}
+    found = {word for line in lines for word in re.findall(r"[^\W\d_]{2,}(?:['’][^\W\d_]+)?", line)}
+    return {re.sub("['’]s$", "", word) for word in found}
+
+
+def misspelled(language: str, used: set[str]) -> set[str]:
     done = subprocess.run(
         ["hunspell", "-l", "-i", "utf-8", "-d", DICTIONARIES[language]],
-        input="\n".join(sorted(words)), capture_output=True, text=True, check=True,
+        input="\n".join(sorted(used)), capture_output=True, text=True, check=True,
     )  # fmt: skip
-    return {re.sub("['’]s$", "", word) for word in done.stdout.split()}
+    return set(done.stdout.split())
 
 
 def listed(name: str) -> set[str]:
@@ -61,18 +67,18 @@ def listed(name: str) -> set[str]:
 
 def main() -> int:
     wrong = 0
-    common, of_any = listed("names"), set()
+    common, in_any = listed("names"), set()
     for language, lines in texts().items():
         own = listed(language)
-        unknown = misspelled(language, lines)
-        of_any |= unknown
-        for word in sorted(unknown - common - own):
+        used = words(lines)
+        in_any |= used
+        for word in sorted(misspelled(language, used) - common - own):
             print(f"{language}: {word}")
             wrong += 1
-        for word in sorted(own - unknown):
+        for word in sorted(own - used):
             print(f"words/{language}.txt: nobody needs {word}")
             wrong += 1
-    for word in sorted(common - of_any):
+    for word in sorted(common - in_any):
         print(f"words/names.txt: nobody needs {word}")
         wrong += 1
     return 1 if wrong else 0

@@ -4,24 +4,39 @@
 
 from __future__ import annotations
 
+import fcntl
 import os
 import shutil
 import subprocess
+import tempfile
 from pathlib import Path
 
 CACHE = Path(os.environ.get("EMULATIONMANAGEMENT_CACHE") or Path.home() / ".cache" / "emulationmanagement")
-FOLDERS = ("usr", "etc", "var")
+PREFIX = "install-machine-"
+# Packages keep a few notes in /var/lib; a developer's machine has much more there.
+NOT_OF_PACKAGES = {"containers", "docker", "flatpak", "libvirt", "lxc", "lxd", "machines", "mysql", "postgresql", "snapd"}
 
 
 class Machine:
     """Shares the network, the processes and the folders for temporary files with this machine."""
 
     def __init__(self) -> None:
-        self.root = CACHE / f"install-machine-{os.getpid()}"
-        (self.root / "root").mkdir(parents=True)
-        for folder in FOLDERS:
-            # Some files are for root's eyes only; the machine does without them.
-            subprocess.run(["cp", "-a", f"/{folder}", self.root / folder], stderr=subprocess.DEVNULL)
+        remove_left_machines()
+        # Whoever holds the lock uses the machine.
+        self.root = Path(tempfile.mkdtemp(prefix=PREFIX, dir=CACHE))
+        self._lock = os.open(self.root, os.O_RDONLY)
+        fcntl.flock(self._lock, fcntl.LOCK_EX)
+        (self.root / "root").mkdir()
+        copy("/usr", self.root)
+        copy("/etc", self.root)
+        for folder in ("var/cache/apt/archives/partial", "var/lib", "var/log/apt", "var/tmp"):
+            (self.root / folder).mkdir(parents=True, exist_ok=True)
+        for folder in Path("/var/lib").iterdir():
+            if folder.name not in NOT_OF_PACKAGES:
+                copy(str(folder), self.root / "var/lib")
+        if Path("/var/cache/debconf").is_dir():
+            copy("/var/cache/debconf", self.root / "var/cache")
+        (self.root / "var/run").symlink_to("/run")
         for link in ("bin", "lib", "lib64", "sbin"):
             if Path(f"/{link}").is_symlink():
                 (self.root / link).symlink_to(Path(f"/{link}").readlink())
@@ -34,6 +49,7 @@ class Machine:
 
     def remove(self) -> None:
         shutil.rmtree(self.root, ignore_errors=True)
+        os.close(self._lock)
 
     def as_root(self, *command: str | Path) -> str:
         done = subprocess.run(
@@ -78,3 +94,24 @@ class Machine:
 
     def has(self, file: str) -> bool:
         return os.path.lexists(f"{self.root}/{file.lstrip('/')}")
+
+
+def copy(source: str, into: Path) -> None:
+    """Some files are for root's eyes only; the machine does without them."""
+    done = subprocess.run(["cp", "-a", source, into], capture_output=True, text=True, env=os.environ | {"LC_ALL": "C"})
+    troubles = [line for line in done.stderr.splitlines() if "Permission denied" not in line]
+    if troubles:
+        raise RuntimeError(f"{source} cannot be copied: {troubles[0]}")
+
+
+def remove_left_machines() -> None:
+    """Those of runs that were killed."""
+    for folder in CACHE.glob(f"{PREFIX}*"):
+        lock = os.open(folder, os.O_RDONLY)
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+            shutil.rmtree(folder, ignore_errors=True)
+        except BlockingIOError:
+            pass
+        finally:
+            os.close(lock)

@@ -142,7 +142,7 @@ bool Camera::offer()
     std::vector<const spa_pod *> formats;
     for (const QSize &size : std::as_const(m_sizes))
         formats.push_back(newFormat(&builder, size, m_rates));
-    // The camera keeps the time for those who look through it.
+    // The camera keeps the time for those who look through it. NOLINTNEXTLINE(*EnumCastOutOfRange): flags are added up.
     constexpr auto flags = pw_stream_flags(PW_STREAM_FLAG_DRIVER | PW_STREAM_FLAG_MAP_BUFFERS);
     return pw_stream_connect(
                m_stream.get(), PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, formats.data(), uint32_t(formats.size()))
