@@ -29,7 +29,7 @@ def count(case: ElementTree.Element) -> tuple[int, int]:
 def main() -> int:
     results, rings = Path(sys.argv[1]), sys.argv[2:]
     all_passed = all_failed = 0
-    print("\nring      programs   passed   failed")
+    print("\nring       programs   passed   failed")
     for ring in rings:
         path = results / f"{ring}.xml"
         passed = failed = 0
@@ -42,7 +42,7 @@ def main() -> int:
             failed += case_failed
             if case_failed:
                 print(f"  failed: {case.get('name')}")
-        print(f"{ring:<9} {len(cases):>8} {passed:>8} {failed:>8}")
+        print(f"{ring:<10} {len(cases):>8} {passed:>8} {failed:>8}")
         all_passed += passed
         all_failed += failed
     print()

@@ -9,7 +9,7 @@ source "$project/tools/dev/image.sh"
 
 verb_test() {
     local preset=release filter=. ring status=0
-    local -a rings=(check unit qml ide e2e fuzz bench setup)
+    local -a rings=(check unit qml ide robustness e2e fuzz bench setup)
     while (($#)); do
         case $1 in
         --sanitize)
