@@ -5,6 +5,7 @@
 
 #include "remote/remotelog.h"
 
+#include <QPointer>
 #include <QStringBuilder>
 #include <QUrl>
 #include <QWebSocket>
@@ -45,23 +46,38 @@ RemoteDBusInvokerService::~RemoteDBusInvokerService()
         m_webSocket->disconnect(this);
 }
 
-void RemoteDBusInvokerService::createWebSocket()
+void RemoteDBusInvokerService::replaceWebSocket()
 {
+    if (m_webSocket) {
+        m_webSocket->disconnect(this);
+        m_webSocket.release()->deleteLater();
+    }
     m_webSocket = std::make_unique<QWebSocket>(QString(), QWebSocketProtocol::Version13);
     connect(m_webSocket.get(), &QWebSocket::connected, this, &RemoteDBusInvokerService::webSocketConnected);
-    connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::webSocketDisconnected);
-    // A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
-    connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::connectToEmulator);
+    connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::handleDisconnected);
     connect(m_webSocket.get(), &QWebSocket::textMessageReceived, this, &RemoteDBusInvokerService::replyReceived);
 }
 
 void RemoteDBusInvokerService::connectToEmulator()
 {
-    if (!m_webSocket)
-        createWebSocket();
+    replaceWebSocket();
     const QUrl url(u"ws://127.0.0.1:%1"_s.arg(hostTcpPort));
     qCDebug(remoteLog) << "Connecting to" << url;
     m_webSocket->open(url);
+}
+
+// A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
+void RemoteDBusInvokerService::handleDisconnected()
+{
+    // Whoever hears of it may wait in an event loop, where somebody may connect anew: the socket that is still
+    // reporting has to outlive that.
+    QWebSocket *reporting = m_webSocket.release();
+    reporting->disconnect(this);
+    const QPointer<RemoteDBusInvokerService> self = this;
+    Q_EMIT webSocketDisconnected();
+    reporting->deleteLater();
+    if (self && !m_webSocket)
+        connectToEmulator();
 }
 
 void RemoteDBusInvokerService::callDBusMethod(

@@ -48,9 +48,11 @@ Q_SIGNALS:
     void replyReceived(const QString &reply);
 
 private:
-    void createWebSocket();
+    void replaceWebSocket();
+    void handleDisconnected();
 
-    // Made for the first connection: it loads the TLS library, which the start of the IDE need not wait for.
+    // One for each connection: used again, it would end the next one over a frame that the one before left unfinished.
+    // Not made earlier, as it loads the TLS library, which the start of the IDE need not wait for.
     std::unique_ptr<QWebSocket> m_webSocket;
 };
 

@@ -12,6 +12,7 @@
 #include "robustness/waiting.h"
 #include "utils/idesettings.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 #include <memory>
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void restartedInvokerIsFoundAgain_data();
     void restartedInvokerIsFoundAgain();
     void askingAgainLeavesOneConnection();
+    void unfinishedFrameDoesNotEndTheNextConnection();
 
 private:
     void startPlugin();
@@ -288,6 +290,30 @@ void TestWireFaults::askingAgainLeavesOneConnection()
     QCOMPARE(m_side->connections(), 21);
     QCOMPARE(m_side->disconnections(), 0);
     QCOMPARE(Resources::descriptors(), descriptors);
+}
+
+// A WebSocket gives an unfinished frame a few seconds. A second channel, whose frame stays unfinished, shows that they
+// are over.
+void TestWireFaults::unfinishedFrameDoesNotEndTheNextConnection()
+{
+    connectChannel();
+    m_proxy->setFault(Fault{.ending = Ending::Reset, .direction = Direction::ToPlugin, .bytes = 10});
+    m_side->sensors.setAlsLuxValue(1);
+    QVERIFY(waitFor([this] { return m_side->connections() == 2; }));
+    QVERIFY(m_side->waitUntilCarriedOut());
+
+    RemoteDBusInvokerService other;
+    QSignalSpy connected(&other, &RemoteDBusInvokerService::webSocketConnected);
+    QSignalSpy disconnected(&other, &RemoteDBusInvokerService::webSocketDisconnected);
+    other.connectToEmulator();
+    QVERIFY(waitFor([&] { return connected.count() == 1; }));
+    m_proxy->setFault(Fault{.ending = Ending::HalfOpen, .direction = Direction::ToPlugin, .bytes = 10});
+    other.callDBusMethod(u"system"_s, u"a.b"_s, u"/"_s, u"a.b"_s, u"c"_s, {});
+    QVERIFY(waitFor([&] { return disconnected.count() == 1; }));
+
+    QCOMPARE(m_side->disconnections(), 1);
+    QCOMPARE(m_side->connections(), 2);
+    QVERIFY(m_side->waitUntilCarriedOut());
 }
 
 QTEST_GUILESS_MAIN(TestWireFaults)

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void passesRepliesOn();
     void survivesBinaryFrames();
     void reportsDisconnectionBeforeItReconnects();
+    void connectingAnewWhileTheEndIsReportedIsEnough();
     void keepsTryingAClosedPort();
     void keepsTryingAPortThatDropsConnections();
     void connectsOnceTheEmulatorIsThere();
@@ -242,6 +243,28 @@ void TestRemoteDBusInvokerService::reportsDisconnectionBeforeItReconnects()
     QTRY_COMPARE(m_invoker->frames(), QStringList(u"b s o i m "_s));
 }
 
+// As when a message box about the lost connection is open: the machine comes up meanwhile, and its packages are right.
+void TestRemoteDBusInvokerService::connectingAnewWhileTheEndIsReportedIsEnough()
+{
+    connectChannel();
+    int disconnected = 0;
+    bool connectedMeanwhile = false;
+    connect(m_channel.get(), &RemoteDBusInvokerService::webSocketDisconnected, this, [&] {
+        if (++disconnected > 1)
+            return;
+        QSignalSpy connected(m_channel.get(), &RemoteDBusInvokerService::webSocketConnected);
+        m_channel->connectToEmulator();
+        connectedMeanwhile = connected.wait();
+    });
+    m_invoker->dropClients();
+    QTRY_VERIFY(connectedMeanwhile);
+    m_channel->callDBusMethod(u"b"_s, u"s"_s, u"o"_s, u"i"_s, u"m"_s, {});
+    QTRY_COMPARE(m_invoker->frames(), QStringList(u"b s o i m "_s));
+    QCOMPARE(m_invoker->connections(), 2);
+    QCOMPARE(m_invoker->clients(), 1);
+    QCOMPARE(disconnected, 1);
+}
+
 // Attempts follow each other without a pause, but each returns to the event loop: the stack does not grow, and timers
 // run meanwhile.
 void TestRemoteDBusInvokerService::keepsTryingAClosedPort()
@@ -316,6 +339,7 @@ void TestRemoteDBusInvokerService::canBeDestroyedInAnyState_data()
     QTest::newRow("opening") << u"opening"_s;
     QTest::newRow("connected") << u"connected"_s;
     QTest::newRow("trying a closed port") << u"trying"_s;
+    QTest::newRow("reporting its end") << u"reporting"_s;
 }
 
 void TestRemoteDBusInvokerService::canBeDestroyedInAnyState()
@@ -332,6 +356,15 @@ void TestRemoteDBusInvokerService::canBeDestroyedInAnyState()
         QSignalSpy disconnected(m_channel.get(), &RemoteDBusInvokerService::webSocketDisconnected);
         m_channel->connectToEmulator();
         QTRY_VERIFY(disconnected.count() >= 3);
+    }
+
+    if (state == "reporting"_L1) {
+        connectChannel();
+        connectionsBefore = 1;
+        connect(m_channel.get(), &RemoteDBusInvokerService::webSocketDisconnected, this, [this] { m_channel.reset(); });
+        m_invoker->dropClients();
+        QTRY_VERIFY(!m_channel);
+        m_channel = std::make_unique<RemoteDBusInvokerService>();
     }
 
     int heard = 0;
