@@ -20,11 +20,9 @@ void deleteWhatIsDue()
 
 bool waitFor(const std::function<bool()> &condition)
 {
-    constexpr auto longest = 60s;
-    const QDeadlineTimer limit(longest);
-    QTimer waker;
-    waker.setSingleShot(true);
-    waker.start(longest);
+    const QDeadlineTimer limit(1min);
+    QTimer waker; // lest nothing happens
+    waker.start(1s);
     while (!condition()) {
         if (limit.hasExpired())
             return false;
