@@ -301,7 +301,8 @@ QString checkManager(Fuzz::Input &input, const QString &caps)
 
 QString check(Fuzz::Input &input)
 {
-    const QString text = anyFramerates(input);
+    const std::optional<QString> sample = input.sample();
+    const QString text = sample ? *sample : anyFramerates(input);
     QStringList framerates;
     initAvailableFramerates(&framerates, text);
     QString problem = checkFramerates(framerates, text);

@@ -12,6 +12,7 @@
 #include <QMap>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <optional>
@@ -139,15 +140,23 @@ bool isWrong(double value, const QString &field, const QString &hemisphere, qsiz
         return false;
     const double degrees = field.first(degreesSize).toDouble() + field.sliced(degreesSize).toDouble() / 60;
     const double expected = hemisphere == u"S" || hemisphere == u"W" ? -degrees : degrees;
+    if (std::isinf(expected)) // too many digits
+        return value != expected;
     return !(std::fabs(value - expected) <= 0.51e-7 + std::fabs(expected) * 1e-15);
 }
 
-QString check(Fuzz::Input &input)
+QString anyLog(Fuzz::Input &input)
 {
     QStringList lines;
     for (int count = input.number(12); count > 0; --count)
         lines.append(anyLine(input));
-    const QString text = lines.join(input.oneOf({u"\n"_s, u"\r\n"_s, u"\r"_s, u"\n\n"_s}));
+    return lines.join(input.oneOf({u"\n"_s, u"\r\n"_s, u"\r"_s, u"\n\n"_s}));
+}
+
+QString check(Fuzz::Input &input)
+{
+    const std::optional<QString> sample = input.sample();
+    const QString text = sample ? *sample : anyLog(input);
 
     QElapsedTimer timer;
     timer.start();
@@ -158,6 +167,9 @@ QString check(Fuzz::Input &input)
     const auto *error = std::get_if<NmeaError>(&log);
 
     const QStringList filled = QString(text).replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
+    constexpr qsizetype mostCommas = 100; // beyond, the expressions give up
+    if (std::ranges::any_of(filled, [](const QString &line) { return line.count(u',') > mostCommas; }))
+        return {};
     QStringList accepted;
     for (qsizetype i = 0; i < filled.size(); ++i) {
         const std::optional<bool> correct = isCorrect(filled.at(i));

@@ -34,6 +34,18 @@ QString anyReply(Fuzz::Input &input)
     return parts.join(u':');
 }
 
+// One in each line of a sample.
+QStringList anyReplies(Fuzz::Input &input)
+{
+    const std::optional<QString> sample = input.sample();
+    if (sample)
+        return sample->split(u'\n');
+    QStringList replies;
+    for (int i = 0; i < 20; ++i)
+        replies.append(anyReply(input));
+    return replies;
+}
+
 // The rules once more, over plain maps.
 struct Expectation
 {
@@ -86,8 +98,7 @@ QString check(Fuzz::Input &input)
         manager.setSensorAvailable(u"als"_s, false);
 
     Expectation expected{manager.sensorsEnabledStates(), manager.sensorsAvailability(), {}};
-    for (int i = 0; i < 20; ++i) {
-        const QString reply = anyReply(input);
+    for (const QString &reply : anyReplies(input)) {
         texts.clear();
         gpsTexts.clear();
         Q_EMIT channel.replyReceived(reply);

@@ -58,6 +58,24 @@ QVariant anyValue(Fuzz::Input &input)
     }
 }
 
+// A key, "=" and a value in each line of a sample.
+void storeAnything(Fuzz::Input &input)
+{
+    const std::optional<QString> sample = input.sample();
+    if (sample) {
+        for (const QString &line : sample->split(u'\n')) {
+            const QString key = line.section(u'=', 0, 0);
+            if (keys.contains(key))
+                ide->setValue(u"emulationmanagement/"_s + key, line.section(u'=', 1));
+        }
+        return;
+    }
+    for (const QString &key : keys) {
+        if (input.chance(70))
+            ide->setValue(u"emulationmanagement/"_s + key, anyValue(input));
+    }
+}
+
 void anyOperation(Fuzz::Input &input, SensorsEmulationManager &manager)
 {
     const int i = input.anyInt();
@@ -129,10 +147,7 @@ QString wrongWith(const SensorsEmulationManager &manager)
 QString check(Fuzz::Input &input)
 {
     ide->clear();
-    for (const QString &key : keys) {
-        if (input.chance(70))
-            ide->setValue(u"emulationmanagement/"_s + key, anyValue(input));
-    }
+    storeAnything(input);
 
     QVariantMap saved;
     {

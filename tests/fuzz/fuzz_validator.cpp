@@ -30,11 +30,17 @@ QString anyInput(Fuzz::Input &input)
 
 QString check(Fuzz::Input &input)
 {
-    const double bottom = input.anyDouble();
-    const double top = input.anyDouble();
-    const int decimals = input.chance(90) ? input.number(8) : input.anyInt();
+    double bottom = input.anyDouble();
+    double top = input.anyDouble();
+    int decimals = input.chance(90) ? input.number(8) : input.anyInt();
+    QString text = anyInput(input);
+    if (const std::optional<QString> sample = input.sample()) { // the range, the decimals and the text, one a line
+        bottom = sample->section(u'\n', 0, 0).toDouble();
+        top = sample->section(u'\n', 1, 1).toDouble();
+        decimals = sample->section(u'\n', 2, 2).toInt();
+        text = sample->section(u'\n', 3, 3);
+    }
     const TextFieldDoubleValidator validator(bottom, top, decimals);
-    const QString text = anyInput(input);
     QString validated = text;
     int position = input.number(5);
     const int positionBefore = position;

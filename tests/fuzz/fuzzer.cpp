@@ -5,7 +5,9 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 
 #include <array>
 #include <bit>
@@ -13,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -55,12 +58,69 @@ QString Input::anyText(int longest)
     return text;
 }
 
+std::optional<QString> Input::sample()
+{
+    if (m_sample || m_corpus.isEmpty() || !chance(30))
+        return m_sample;
+    return mutated(oneOf(m_corpus));
+}
+
+QString Input::mutated(QString text)
+{
+    for (int changes = number(5); changes > 0; --changes) {
+        const int position = number(int(text.size()) + 1);
+        switch (number(5)) {
+        case 0:
+            text.remove(position, 1 + number(4));
+            break;
+        case 1:
+            text.insert(position, anyText(3));
+            break;
+        case 2:
+            text.insert(position, text.mid(number(int(text.size()) + 1), number(20)));
+            break;
+        case 3:
+            if (position < text.size())
+                text[position] = QChar(u' ' + number(95));
+            break;
+        default:
+            text.insert(position, oneOf(m_corpus));
+            break;
+        }
+    }
+    return text;
+}
+
+namespace {
+
+struct Corpus
+{
+    QStringList names;
+    QStringList texts;
+};
+
+Corpus readCorpus(const QString &folder)
+{
+    Corpus corpus;
+    const QDir directory(folder);
+    corpus.names = directory.entryList(QDir::Files, QDir::Name);
+    for (const QString &name : std::as_const(corpus.names)) {
+        QFile file(directory.filePath(name));
+        if (file.open(QIODevice::ReadOnly))
+            corpus.texts.append(QString::fromUtf8(file.readAll()));
+    }
+    return corpus;
+}
+
+} // namespace
+
 int run(const char *name, const Target &target)
 {
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOption({u"seconds"_s, u"How long to run."_s, u"N"_s, u"3"_s});
     parser.addOption({u"seed"_s, u"Where the random numbers start."_s, u"S"_s, u"1"_s});
+    parser.addOption({u"corpus"_s, u"A folder of files to begin with."_s, u"DIR"_s});
     parser.process(QCoreApplication::arguments());
     bool isSeconds = false;
     bool isSeed = false;
@@ -71,11 +131,26 @@ int run(const char *name, const Target &target)
         return EXIT_FAILURE;
     }
 
+    const Corpus corpus = readCorpus(parser.value(u"corpus"_s));
+    if (parser.isSet(u"corpus"_s) && (corpus.names.isEmpty() || corpus.texts.size() != corpus.names.size())) {
+        std::fprintf(stderr, "%s: the corpus cannot be read\n", name);
+        return EXIT_FAILURE;
+    }
+    for (qsizetype i = 0; i < corpus.texts.size(); ++i) {
+        Input input(seed, corpus.texts);
+        input.setSample(corpus.texts.at(i));
+        const QString wrong = target(input);
+        if (!wrong.isEmpty()) {
+            std::fprintf(stderr, "%s: %s: %s\n", name, qUtf8Printable(corpus.names.at(i)), qUtf8Printable(wrong));
+            return EXIT_FAILURE;
+        }
+    }
+
     QElapsedTimer timer;
     timer.start();
     quint64 runs = 0;
     do { // each run has a seed of its own, so that a failure comes again at once
-        Input input(seed);
+        Input input(seed, corpus.texts);
         const QString wrong = target(input);
         ++runs;
         if (!wrong.isEmpty()) {
@@ -84,7 +159,11 @@ int run(const char *name, const Target &target)
         }
         ++seed;
     } while (timer.durationElapsed() < time);
-    std::printf("%s: %llu runs, nothing wrong\n", name, static_cast<unsigned long long>(runs));
+    std::printf(
+        "%s: %lld files and %llu runs, nothing wrong\n",
+        name,
+        static_cast<long long>(corpus.texts.size()),
+        static_cast<unsigned long long>(runs));
     return EXIT_SUCCESS;
 }
 

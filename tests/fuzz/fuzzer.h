@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace Fuzz {
 
@@ -16,10 +17,16 @@ namespace Fuzz {
 class Input
 {
 public:
-    explicit Input(quint32 seed)
+    Input(quint32 seed, const QStringList &corpus)
         : m_random(seed)
+        , m_corpus(corpus)
     {
     }
+
+    /// From now on sample() is this text.
+    void setSample(const QString &sample) { m_sample = sample; }
+    /// A file of the corpus as it is, or one that was changed here and there, or nothing: then any input will do.
+    std::optional<QString> sample();
 
     bool chance(int percent) { return m_random.bounded(100) < percent; }
     /// From 0 to end - 1.
@@ -35,14 +42,18 @@ public:
     QString oneOf(const QStringList &texts) { return texts.at(number(int(texts.size()))); }
 
 private:
+    QString mutated(QString text);
+
     QRandomGenerator m_random;
+    QStringList m_corpus;
+    std::optional<QString> m_sample;
 };
 
 /// Called with fresh input; says what is wrong, or nothing.
 using Target = std::function<QString(Input &)>;
 
-/// Runs the target until time is up or something is wrong, as --seconds and --seed say, and prints how often it ran or
-/// with which seed the failure comes again. Returns the program's exit code.
+/// Runs the target with each file of --corpus, and then until time is up or something is wrong, as --seconds and --seed
+/// say. Prints how often it ran, or with which file or seed the failure comes again. Returns the program's exit code.
 int run(const char *name, const Target &target);
 
 } // namespace Fuzz
