@@ -10,11 +10,14 @@
 
 #include <arpa/inet.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -135,8 +138,21 @@ void detach()
         dup2(nowhere, stream);
 }
 
-[[noreturn]] void becomePasst(const std::string &program, const Options &options, int listener)
+// Returns when QEMU connects. A driver that ends before, killed with the IDE that it is in, starts no QEMU any more.
+void waitForQemu(int listener, int driver)
 {
+    std::array<pollfd, 2> events{pollfd{listener, POLLIN, 0}, pollfd{driver, POLLIN, 0}};
+    while (poll(events.data(), events.size(), -1) < 0) {
+        if (errno != EINTR)
+            _exit(EXIT_FAILURE);
+    }
+    if (events[0].revents == 0)
+        _exit(EXIT_SUCCESS);
+}
+
+[[noreturn]] void becomePasst(const std::string &program, const Options &options, int listener, int driver)
+{
+    waitForQemu(listener, driver);
     int connection = -1;
     do
         connection = accept(listener, nullptr, nullptr); // handed over, so not closed on exec
@@ -166,13 +182,15 @@ int main(int argc, char *argv[])
     for (const std::string &ports : options.udpPorts)
         checkPorts(ports, SOCK_DGRAM);
     const int listener = listenOn(options.socketPath);
+    // Of one that cannot be watched, the end goes unnoticed.
+    const int driver = static_cast<int>(syscall(SYS_pidfd_open, getppid(), 0));
 
     const pid_t child = fork();
     if (child < 0)
         fail("cannot start: " + systemError());
     if (child == 0) {
         detach();
-        becomePasst(program, options, listener);
+        becomePasst(program, options, listener, driver);
     }
     if (!options.pidFile.empty() && !(std::ofstream(options.pidFile) << child << '\n' << std::flush))
         fail("cannot write " + options.pidFile);
