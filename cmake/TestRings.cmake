@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Every test belongs to a ring, its CTest label: check, unit, qml, ide, robustness, e2e, fuzz, bench or setup.
+# Every test belongs to a ring, its CTest label: check, unit, qml, ide, robustness, e2e, fuzz, bench, soak or setup.
 #
 # add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
 #               [ARGUMENTS ...])

@@ -9,7 +9,7 @@ source "$project/tools/dev/image.sh"
 
 verb_test() {
     local preset=release filter=. ring status=0
-    local -a rings=(check unit qml ide robustness e2e fuzz bench setup)
+    local -a rings=(check unit qml ide robustness e2e fuzz bench soak setup)
     while (($#)); do
         case $1 in
         --sanitize)
@@ -30,7 +30,7 @@ verb_test() {
     done
 
     build_preset "$preset"
-    if [[ " ${rings[*]} " =~ " e2e "|" setup " ]]; then ensure_image; fi
+    if [[ " ${rings[*]} " =~ " e2e "|" soak "|" setup " ]]; then ensure_image; fi
 
     local results=$build_root/$preset/test-results
     rm -rf "$results"
@@ -39,7 +39,7 @@ verb_test() {
         say "ring $ring"
         # Rings that measure or that drive a whole virtual machine have the machine to themselves.
         local jobs=2
-        [[ $ring != e2e && $ring != bench && $ring != setup ]] || jobs=1
+        [[ $ring != e2e && $ring != bench && $ring != soak && $ring != setup ]] || jobs=1
         ctest --test-dir "$build_root/$preset" --label-regex "^$ring\$" --tests-regex "$filter" --parallel "$jobs" \
             --test-output-size-passed 1000000 --test-output-size-failed 1000000 --output-on-failure --no-tests=ignore \
             --output-junit "$results/$ring.xml" 7>&- || status=$?
