@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Every test belongs to a ring, its CTest label: check, unit, qml, ide, robustness, e2e, fuzz, bench, soak or setup.
+# Every test belongs to a ring, its CTest label: check, unit, qml, ide, robustness, e2e, fuzz, bench, soak or setup;
+# what only ./dev check runs has the label analysis.
 #
 # add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
 #               [ARGUMENTS ...])

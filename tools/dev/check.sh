@@ -7,6 +7,6 @@ source "$project/tools/dev/build.sh"
 
 verb_check() {
     build_preset release
-    ctest --test-dir "$build_root/release" --label-regex '^check$' --parallel 2 --output-on-failure --no-tests=error
+    ctest --test-dir "$build_root/release" --label-regex '^(check|analysis)$' --parallel 2 --output-on-failure --no-tests=error
     say "checked"
 }
