@@ -131,6 +131,13 @@ bool Sdk::Private::removeOne()
     if (gone == entries.end())
         return false;
     Emulator *emulator = gone->emulator;
+    // A running machine cannot be taken out of a hypervisor's list: it was killed since the last report.
+    if (connected && gone->snapshot.power != DomainSnapshot::Power::Off) {
+        gone->snapshot.power = DomainSnapshot::Power::Off;
+        const DomainSnapshot snapshot = gone->snapshot; // the list may be another one before the receivers are through
+        emulator->update(snapshot);
+        return true;
+    }
     gone->removing = true;
     const QPointer self(q);
     Q_EMIT q->aboutToRemoveEmulator(int(gone - entries.begin()));
