@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""usage: static-analysis.py clang-tidy|clazy BUILD-DIR
+"""usage: static-analysis.py clang-tidy|clazy BUILD-DIR FOLDER...
 
 Looks at what changed since the last time: a file that was found clean with the same headers, options and tool is not
 looked at again for a month.
@@ -21,7 +21,6 @@ PROJECT = pathlib.Path(__file__).resolve().parents[2]
 CACHE = pathlib.Path(os.environ.get("EMULATIONMANAGEMENT_CACHE") or pathlib.Path.home() / ".cache/emulationmanagement")
 CLEAN = CACHE / "analysis"
 MONTH = 30 * 24 * 3600
-FOLDERS = ("src", "platform", "emulator", "tools")
 
 # Left out of clazy's first level, and why:
 CLAZY_CHECKS = [
@@ -79,7 +78,7 @@ def analyse(analysis: list[str], entry: dict[str, str]) -> str:
 
 
 def main() -> int:
-    tool, build = sys.argv[1], pathlib.Path(sys.argv[2])
+    tool, build, folders = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3:]
     CLEAN.mkdir(parents=True, exist_ok=True)
     for mark in CLEAN.iterdir():
         if mark.stat().st_mtime < time.time() - MONTH:
@@ -87,7 +86,7 @@ def main() -> int:
     entries = [
         entry
         for entry in json.loads((build / "compile_commands.json").read_text())
-        if any(pathlib.Path(entry["file"]).is_relative_to(PROJECT / folder) for folder in FOLDERS)
+        if any(pathlib.Path(entry["file"]).is_relative_to(PROJECT / folder) for folder in folders)
     ]
     if not entries:
         sys.exit(f"{build} compiles nothing of this project")
