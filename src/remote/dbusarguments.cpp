@@ -18,7 +18,8 @@ namespace {
 void appendDigits(QString &text, bool negative, quint64 digits, int decimals)
 {
     std::array<char16_t, 24> buffer;
-    auto begin = buffer.end();
+    char16_t *const end = buffer.data() + buffer.size();
+    char16_t *begin = end;
     for (int count = 0; digits != 0 || count <= decimals; ++count) {
         if (count == decimals && decimals != 0)
             *--begin = u'.';
@@ -27,7 +28,7 @@ void appendDigits(QString &text, bool negative, quint64 digits, int decimals)
     }
     if (negative)
         *--begin = u'-';
-    text.append(QStringView(begin, buffer.end()));
+    text.append(QStringView(begin, end));
 }
 
 } // namespace
