@@ -3,8 +3,8 @@
 
 #include "probe.h"
 
-#include <coreplugin/actionmanager/actionmanager.h>
-#include <coreplugin/actionmanager/command.h>
+#include "ide/ide.h"
+
 #include <coreplugin/plugininstallwizard.h>
 #include <extensionsystem/pluginmanager.h>
 #include <extensionsystem/pluginspec.h>
@@ -17,7 +17,6 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QQmlContext>
 #include <QQmlError>
 #include <QQuickItem>
 #include <QQuickView>
@@ -28,6 +27,7 @@
 #include <cstdio>
 #include <functional>
 
+using namespace IdeTests;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -52,23 +52,6 @@ bool waitFor(const std::function<bool()> &condition, std::chrono::seconds timeou
         loop.exec();
     }
     return true;
-}
-
-QQuickView *view()
-{
-    for (QWindow *window : QGuiApplication::allWindows()) {
-        auto *quickView = qobject_cast<QQuickView *>(window);
-        if (quickView && quickView->rootContext()->contextProperty(u"emulationManagementPlugin"_s).isValid())
-            return quickView;
-    }
-    return nullptr;
-}
-
-QAction *menuEntry()
-{
-    const Core::Command *command =
-        Core::ActionManager::command("EmulationManagement.ShowEmulationManagementView.Action");
-    return command ? command->action() : nullptr;
 }
 
 // Both plugins have to speak to the same SDK, whichever folder it comes from.
@@ -108,7 +91,7 @@ private:
 
 bool playsVideo(const QString &video)
 {
-    auto *camera = view()->rootContext()->contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
+    auto *camera = contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
     if (!camera || !QMetaObject::invokeMethod(camera, "startVideoStream", video))
         return false;
     if (!waitFor([camera] { return camera->property("streamRunning").toBool(); }, 30s))
@@ -129,7 +112,7 @@ bool look()
     say("sdks: "_L1 + QString::number(loadedSdks()));
     for (const QString &error : ExtensionSystem::PluginManager::allErrors())
         say("error: "_L1 + error);
-    if (const QAction *action = menuEntry())
+    if (const QAction *action = showViewAction())
         say("menu: "_L1 + action->text());
     if (QQuickView *window = view()) {
         for (const QQmlError &error : window->errors())
@@ -153,7 +136,7 @@ bool look()
 bool open(const QString &video)
 {
     const BoxAnswerer answerer;
-    QAction *action = menuEntry();
+    QAction *action = showViewAction();
     if (!action)
         return false;
     action->trigger();
