@@ -4,6 +4,7 @@
 #include "benchview.h"
 
 #include "sensors/sensorsemulationmanager.h"
+#include "utils/quickitems.h"
 
 #include <QQuickItem>
 #include <QTest>
@@ -13,22 +14,7 @@
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QQuickItem *descendant(const QString &name, const QQuickItem *parent)
-{
-    const QList<QQuickItem *> children = parent->childItems();
-    for (QQuickItem *child : children) {
-        if (child->objectName() == name)
-            return child;
-        if (QQuickItem *found = descendant(name, child))
-            return found;
-    }
-    return nullptr;
-}
-
-} // namespace
+using TestUtils::descendant;
 
 BenchView::BenchView()
 {

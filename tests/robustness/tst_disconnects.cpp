@@ -15,8 +15,8 @@
 // each value of the models; likewise after everything that is done on a good connection. The only difference allowed is
 // the position: a track moves the emulator's, and not the one that was set by hand.
 
+#include "robustness/comparison.h"
 #include "robustness/faultproxy.h"
-#include "robustness/guest.h"
 #include "robustness/invokerprocess.h"
 #include "robustness/pluginside.h"
 #include "robustness/resources.h"
@@ -149,21 +149,7 @@ void TestDisconnects::restartInvoker()
 
 void TestDisconnects::compare()
 {
-    QVERIFY(m_side->waitUntilCarriedOut());
-    const QVariantMap guestSensors = Guest::sensors();
-    QCOMPARE(guestSensors.size(), 14);
-    QCOMPARE(guestSensors, m_script->guestSensors());
-    QCOMPARE(m_side->sensorValues(), m_script->guestSensors());
-
-    QVariantMap guestPosition = Guest::position();
-    QCOMPARE(guestPosition.size(), 9);
-    if (!m_side->gps.trackLoaded())
-        guestPosition.remove(u"trackLength"_s);
-    QCOMPARE(guestPosition, m_script->guestPosition());
-    QCOMPARE(m_side->positionValues(), m_script->modelPosition());
-
-    QCOMPARE(Resources::socketsTo(RemoteDBusInvokerService::hostTcpPort), 1);
-    QCOMPARE(m_proxy->open(), 1);
+    compareEnds(*m_side, *m_script, *m_proxy);
 }
 
 void TestDisconnects::compareAfterReconnection()

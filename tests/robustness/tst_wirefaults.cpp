@@ -3,6 +3,7 @@
 
 // One fault at a time between the channel and the real invoker, with the real services behind it.
 
+#include "robustness/comparison.h"
 #include "robustness/faultproxy.h"
 #include "robustness/guest.h"
 #include "robustness/invokerprocess.h"
@@ -108,16 +109,7 @@ void TestWireFaults::connectChannel()
 
 void TestWireFaults::compare()
 {
-    QVERIFY(m_side->waitUntilCarriedOut());
-    QCOMPARE(Guest::sensors(), m_script->guestSensors());
-    QCOMPARE(m_side->sensorValues(), m_script->guestSensors());
-    QVariantMap guestPosition = Guest::position();
-    if (!m_side->gps.trackLoaded())
-        guestPosition.remove(u"trackLength"_s);
-    QCOMPARE(guestPosition, m_script->guestPosition());
-    QCOMPARE(m_side->positionValues(), m_script->modelPosition());
-    QCOMPARE(Resources::socketsTo(RemoteDBusInvokerService::hostTcpPort), 1);
-    QCOMPARE(m_proxy->open(), 1);
+    compareEnds(*m_side, *m_script, *m_proxy);
 }
 
 void TestWireFaults::recovers_data()

@@ -4,6 +4,7 @@
 #include "soak/robot.h"
 
 #include "ide/ide.h"
+#include "utils/quickitems.h"
 
 #include <coreplugin/icore.h>
 #include <tarn/emulator.h>
@@ -30,6 +31,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using TestUtils::descendant;
 
 namespace {
 
@@ -43,19 +45,6 @@ void print(const QByteArray &line)
 QMessageBox *messageBox()
 {
     return qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-}
-
-// By what is drawn in what: a repeater's items are no children as objects.
-QQuickItem *descendant(const QString &name, const QQuickItem *parent)
-{
-    const QList<QQuickItem *> children = parent->childItems();
-    for (QQuickItem *child : children) {
-        if (child->objectName() == name)
-            return child;
-        if (QQuickItem *found = descendant(name, child))
-            return found;
-    }
-    return nullptr;
 }
 
 QQuickItem *item(const QString &path)
