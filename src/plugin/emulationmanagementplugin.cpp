@@ -51,6 +51,12 @@ bool isAvailable(const QVariant &value)
 
 } // namespace
 
+EmulationManagementPlugin::EmulationManagementPlugin()
+{
+    m_qtQuickModules.loadUrl(
+        QUrl(u"qrc:/emulationmanagement/qml/QtQuickModules.qml"_s), QQmlComponent::Asynchronous);
+}
+
 bool EmulationManagementPlugin::initialize(
     [[maybe_unused]] const QList<QString> &arguments, [[maybe_unused]] QString *errorString)
 {

@@ -17,6 +17,7 @@
 #include <QMap>
 #include <QMessageBox>
 #include <QPointer>
+#include <QQmlComponent>
 #include <QQuickView>
 
 namespace EmulationManagement::Internal {
@@ -31,6 +32,8 @@ class EmulationManagementPlugin final : public ExtensionSystem::IPlugin
     Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QtCreatorPlugin" FILE "EmulationManagement.json")
 
 public:
+    EmulationManagementPlugin();
+
     bool initialize(const QList<QString> &arguments, QString *errorString) override;
     void extensionsInitialized() override;
     ShutdownFlag aboutToShutdown() override;
@@ -81,6 +84,8 @@ private:
     Smartphone3DModelConfig m_smartphone3DModelConfig;
     CameraEmulationManager m_cameraEmulationManager;
     QQuickView m_view;
+    // Loaded in a thread while the IDE loads its other plugins, so that the view does not wait for all of it.
+    QQmlComponent m_qtQuickModules{m_view.engine()};
     QPointer<Tarn::Sdk> m_sdk;
     // Guarded: the SDK deletes an emulator that goes away, and only then may another one be the first.
     QPointer<Tarn::Emulator> m_emulator;

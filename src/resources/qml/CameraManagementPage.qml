@@ -169,208 +169,214 @@ ManagementPage {
                 }
             }
 
-            Row {
-                id: cameraRow
+            LazyLoader {
+                sourceComponent: Column {
+                    spacing: column.spacing
 
-                readonly property int half: (590 - spacing) / 2
+                    Row {
+                        id: cameraRow
 
-                objectName: "cameraRow"
-                visible: cameraRadioButton.checked
-                spacing: 15
+                        readonly property int half: (590 - spacing) / 2
 
-                Column {
-                    width: cameraRow.half
-                    spacing: 15
+                        objectName: "cameraRow"
+                        visible: cameraRadioButton.checked
+                        spacing: 15
 
-                    PageTitle {
-                        text: qsTr("Current values")
+                        Column {
+                            width: cameraRow.half
+                            spacing: 15
+
+                            PageTitle {
+                                text: qsTr("Current values")
+                            }
+
+                            GridLayout {
+                                width: parent.width
+                                columns: 2
+                                columnSpacing: 10
+                                rowSpacing: 5
+
+                                Label {
+                                    text: qsTr("Camera") + ":"
+                                    Layout.alignment: Qt.AlignTop
+                                }
+
+                                CurrentValue {
+                                    id: currentCameraLabel
+
+                                    objectName: "currentCameraLabel"
+                                    name: qsTr("Camera")
+                                    text: root.currentCameraName
+                                }
+
+                                Label {
+                                    text: qsTr("Resolution") + ":"
+                                }
+
+                                CurrentValue {
+                                    id: currentResolutionLabel
+
+                                    objectName: "currentResolutionLabel"
+                                    name: qsTr("Resolution")
+                                    text: root.currentResolution
+                                }
+
+                                Label {
+                                    text: qsTr("Framerate") + ":"
+                                }
+
+                                CurrentValue {
+                                    id: currentFramerateLabel
+
+                                    objectName: "currentFramerateLabel"
+                                    name: qsTr("Framerate")
+                                    text: root.currentFramerate
+                                }
+                            }
+                        }
+
+                        Column {
+                            width: cameraRow.half
+                            spacing: 15
+
+                            PageTitle {
+                                text: qsTr("Settings")
+                            }
+
+                            GridLayout {
+                                width: parent.width
+                                columns: 2
+                                columnSpacing: 10
+                                rowSpacing: 5
+
+                                Label {
+                                    text: qsTr("Camera")
+                                }
+
+                                CameraSettingBox {
+                                    id: cameraBox
+
+                                    objectName: "cameraBox"
+                                    implicitWidth: Math.max(0, ...root.manager.cameras.map(name => name.length)) * Application.font.pixelSize
+                                    model: root.manager.cameras
+                                    selectedIndex: root.manager.cameras.indexOf(root.manager.cameraName)
+                                    Accessible.name: qsTr("Camera")
+                                    onActivated: root.manager.cameraName = root.manager.cameras[currentIndex]
+                                }
+
+                                Label {
+                                    text: qsTr("Resolution")
+                                }
+
+                                CameraSettingBox {
+                                    id: resolutionBox
+
+                                    objectName: "resolutionBox"
+                                    model: root.manager.resolutions
+                                    textRole: "string"
+                                    selectedIndex: root.manager.resolutionIndex
+                                    Accessible.name: qsTr("Resolution")
+                                    onActivated: root.manager.resolutionIndex = currentIndex
+                                }
+
+                                Label {
+                                    text: qsTr("Framerate")
+                                }
+
+                                CameraSettingBox {
+                                    id: framerateBox
+
+                                    objectName: "framerateBox"
+                                    model: root.manager.framerates
+                                    selectedIndex: root.manager.framerates.indexOf(root.manager.framerate)
+                                    Accessible.name: qsTr("Framerate")
+                                    onActivated: root.manager.framerate = root.manager.framerates[currentIndex]
+                                }
+                            }
+
+                            Button {
+                                id: setSettingsButton
+
+                                objectName: "setSettingsButton"
+                                horizontalPadding: 15
+                                text: qsTr("Set settings")
+                                onClicked: root.manager.setCameraStreamSettings()
+                            }
+                        }
                     }
 
-                    GridLayout {
-                        width: parent.width
-                        columns: 2
-                        columnSpacing: 10
-                        rowSpacing: 5
+                    Row {
+                        id: videoFileRow
+
+                        objectName: "videoFileRow"
+                        visible: videoFileSourceRadioButton.checked
+                        spacing: 5
 
                         Label {
-                            text: qsTr("Camera") + ":"
-                            Layout.alignment: Qt.AlignTop
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: qsTr("Video file")
                         }
 
-                        CurrentValue {
-                            id: currentCameraLabel
+                        TextField {
+                            id: videoFileField
 
-                            objectName: "currentCameraLabel"
-                            name: qsTr("Camera")
-                            text: root.currentCameraName
+                            objectName: "videoFileField"
+                            width: 200
+                            readOnly: true
+                            selectByMouse: true
+                            text: root.videoFileUrl
+                            Accessible.name: qsTr("Video file")
                         }
 
-                        Label {
-                            text: qsTr("Resolution") + ":"
-                        }
+                        Button {
+                            id: openFileButton
 
-                        CurrentValue {
-                            id: currentResolutionLabel
-
-                            objectName: "currentResolutionLabel"
-                            name: qsTr("Resolution")
-                            text: root.currentResolution
-                        }
-
-                        Label {
-                            text: qsTr("Framerate") + ":"
-                        }
-
-                        CurrentValue {
-                            id: currentFramerateLabel
-
-                            objectName: "currentFramerateLabel"
-                            name: qsTr("Framerate")
-                            text: root.currentFramerate
-                        }
-                    }
-                }
-
-                Column {
-                    width: cameraRow.half
-                    spacing: 15
-
-                    PageTitle {
-                        text: qsTr("Settings")
-                    }
-
-                    GridLayout {
-                        width: parent.width
-                        columns: 2
-                        columnSpacing: 10
-                        rowSpacing: 5
-
-                        Label {
-                            text: qsTr("Camera")
-                        }
-
-                        CameraSettingBox {
-                            id: cameraBox
-
-                            objectName: "cameraBox"
-                            implicitWidth: Math.max(0, ...root.manager.cameras.map(name => name.length)) * Application.font.pixelSize
-                            model: root.manager.cameras
-                            selectedIndex: root.manager.cameras.indexOf(root.manager.cameraName)
-                            Accessible.name: qsTr("Camera")
-                            onActivated: root.manager.cameraName = root.manager.cameras[currentIndex]
-                        }
-
-                        Label {
-                            text: qsTr("Resolution")
-                        }
-
-                        CameraSettingBox {
-                            id: resolutionBox
-
-                            objectName: "resolutionBox"
-                            model: root.manager.resolutions
-                            textRole: "string"
-                            selectedIndex: root.manager.resolutionIndex
-                            Accessible.name: qsTr("Resolution")
-                            onActivated: root.manager.resolutionIndex = currentIndex
-                        }
-
-                        Label {
-                            text: qsTr("Framerate")
-                        }
-
-                        CameraSettingBox {
-                            id: framerateBox
-
-                            objectName: "framerateBox"
-                            model: root.manager.framerates
-                            selectedIndex: root.manager.framerates.indexOf(root.manager.framerate)
-                            Accessible.name: qsTr("Framerate")
-                            onActivated: root.manager.framerate = root.manager.framerates[currentIndex]
+                            objectName: "openFileButton"
+                            width: 40
+                            text: qsTr("…")
+                            Accessible.name: qsTr("Open a video file")
+                            onClicked: fileDialog.open()
                         }
                     }
 
-                    Button {
-                        id: setSettingsButton
+                    Row {
+                        spacing: 10
 
-                        objectName: "setSettingsButton"
-                        horizontalPadding: 15
-                        text: qsTr("Set settings")
-                        onClicked: root.manager.setCameraStreamSettings()
+                        Button {
+                            id: playButton
+
+                            objectName: "playButton"
+                            enabled: !root.manager.streamRunning && (!videoFileSourceRadioButton.checked || root.videoFilePath !== "")
+                            horizontalPadding: 15
+                            text: qsTr("Start stream")
+                            onClicked: root.startStream()
+                        }
+
+                        Button {
+                            id: stopButton
+
+                            objectName: "stopButton"
+                            enabled: root.manager.streamRunning
+                            horizontalPadding: 15
+                            text: qsTr("Stop")
+                            onClicked: root.stopStream()
+                        }
                     }
-                }
-            }
 
-            Row {
-                id: videoFileRow
+                    Item {
+                        width: 590
+                        height: updateCamerasButton.height
 
-                objectName: "videoFileRow"
-                visible: videoFileSourceRadioButton.checked
-                spacing: 5
+                        Button {
+                            id: updateCamerasButton
 
-                Label {
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: qsTr("Video file")
-                }
-
-                TextField {
-                    id: videoFileField
-
-                    objectName: "videoFileField"
-                    width: 200
-                    readOnly: true
-                    selectByMouse: true
-                    text: root.videoFileUrl
-                    Accessible.name: qsTr("Video file")
-                }
-
-                Button {
-                    id: openFileButton
-
-                    objectName: "openFileButton"
-                    width: 40
-                    text: qsTr("…")
-                    Accessible.name: qsTr("Open a video file")
-                    onClicked: fileDialog.open()
-                }
-            }
-
-            Row {
-                spacing: 10
-
-                Button {
-                    id: playButton
-
-                    objectName: "playButton"
-                    enabled: !root.manager.streamRunning && (!videoFileSourceRadioButton.checked || root.videoFilePath !== "")
-                    horizontalPadding: 15
-                    text: qsTr("Start stream")
-                    onClicked: root.startStream()
-                }
-
-                Button {
-                    id: stopButton
-
-                    objectName: "stopButton"
-                    enabled: root.manager.streamRunning
-                    horizontalPadding: 15
-                    text: qsTr("Stop")
-                    onClicked: root.stopStream()
-                }
-            }
-
-            Item {
-                width: 590
-                height: updateCamerasButton.height
-
-                Button {
-                    id: updateCamerasButton
-
-                    objectName: "updateCamerasButton"
-                    anchors.right: parent.right
-                    horizontalPadding: 15
-                    text: qsTr("Update cameras list")
-                    onClicked: root.manager.updateCamerasList()
+                            objectName: "updateCamerasButton"
+                            anchors.right: parent.right
+                            horizontalPadding: 15
+                            text: qsTr("Update cameras list")
+                            onClicked: root.manager.updateCamerasList()
+                        }
+                    }
                 }
             }
         }

@@ -310,125 +310,131 @@ ManagementPage {
             padding: 15
             spacing: 15
 
-            PageTitle {
-                text: qsTr("Current Position")
-            }
+            LazyLoader {
+                sourceComponent: Column {
+                    spacing: column.spacing
 
-            CurrentPosition {
-                latitude: root.degreesText(root.manager.currentPosition.latitude)
-                longitude: root.degreesText(root.manager.currentPosition.longitude)
-                altitude: root.metresText(root.manager.currentPosition.altitude)
-            }
-
-            PageTitle {
-                text: qsTr("Coordinate")
-            }
-
-            Row {
-                spacing: 10
-
-                CoordinateField {
-                    id: latitudeField
-
-                    fieldName: "latitudeField"
-                    label: qsTr("Latitude")
-                    locale: root.locale
-                    minValue: root.latitudeMinValue
-                    maxValue: root.latitudeMaxValue
-                    decimals: root.latLongRoundingSize
-                    onSubmitted: value => root.manager.setLatitude(value)
-                }
-
-                CoordinateField {
-                    id: longitudeField
-
-                    fieldName: "longitudeField"
-                    label: qsTr("Longitude")
-                    locale: root.locale
-                    minValue: root.longitudeMinValue
-                    maxValue: root.longitudeMaxValue
-                    decimals: root.latLongRoundingSize
-                    onSubmitted: value => root.manager.setLongitude(value)
-                }
-
-                CoordinateField {
-                    id: altitudeField
-
-                    fieldName: "altitudeField"
-                    label: qsTr("Altitude")
-                    locale: root.locale
-                    minValue: root.altitudeMinValue
-                    maxValue: root.altitudeMaxValue
-                    decimals: root.altRoundingSize
-                    onSubmitted: value => root.manager.setAltitude(value)
-                }
-
-                Button {
-                    id: setPositionButton
-
-                    objectName: "setPositionButton"
-                    horizontalPadding: 15
-                    text: qsTr("Set")
-                    Accessible.name: qsTr("Set the position")
-                    onClicked: {
-                        if (trackTimer.running)
-                            root.pauseTrack();
-                        root.manager.setPosition(latitudeField.value, longitudeField.value, altitudeField.value);
+                    PageTitle {
+                        text: qsTr("Current Position")
                     }
-                }
-            }
 
-            PageTitle {
-                text: qsTr("Track")
-            }
-
-            Column {
-                width: 450
-                spacing: 5
-
-                TrackFileRow {
-                    width: parent.width
-                    url: root.nmeaFileUrl
-                    loading: nmeaLogLoader.busy
-                    onOpenRequested: fileDialog.open()
-                }
-
-                TrackProgressRow {
-                    width: parent.width
-                    enabled: root.hasTrack
-                    locale: root.locale
-                    lastRow: root.lastRow
-                    row: root.manager.currentPositionIndex
-                    onMoved: row => {
-                        // Choosing the row tells the emulator, too.
-                        root.selectRow(row);
-                        root.manager.goToPositionOnTrack(row);
+                    CurrentPosition {
+                        latitude: root.degreesText(root.manager.currentPosition.latitude)
+                        longitude: root.degreesText(root.manager.currentPosition.longitude)
+                        altitude: root.metresText(root.manager.currentPosition.altitude)
                     }
-                    onGrabbed: {
-                        root.playsOnAfterSeeking = trackTimer.running;
-                        root.stopTrackTimer();
-                    }
-                    onReleased: {
-                        if (root.playsOnAfterSeeking)
-                            root.startTrack();
-                    }
-                }
 
-                TrackPlayerRow {
-                    enabled: root.hasTrack
-                    manager: root.manager
-                    speeds: root.trackSpeedList
-                    playing: trackTimer.running
-                    stopped: root.trackStopped
-                    onlyDefaultInterval: root.onlyDefaultInterval
-                    onPlayRequested: {
-                        root.trackStopped = false;
-                        root.startTrack();
+                    PageTitle {
+                        text: qsTr("Coordinate")
                     }
-                    onPauseRequested: root.pauseTrack()
-                    onStopRequested: {
-                        root.trackStopped = true;
-                        root.stopTrack();
+
+                    Row {
+                        spacing: 10
+
+                        CoordinateField {
+                            id: latitudeField
+
+                            fieldName: "latitudeField"
+                            label: qsTr("Latitude")
+                            locale: root.locale
+                            minValue: root.latitudeMinValue
+                            maxValue: root.latitudeMaxValue
+                            decimals: root.latLongRoundingSize
+                            onSubmitted: value => root.manager.setLatitude(value)
+                        }
+
+                        CoordinateField {
+                            id: longitudeField
+
+                            fieldName: "longitudeField"
+                            label: qsTr("Longitude")
+                            locale: root.locale
+                            minValue: root.longitudeMinValue
+                            maxValue: root.longitudeMaxValue
+                            decimals: root.latLongRoundingSize
+                            onSubmitted: value => root.manager.setLongitude(value)
+                        }
+
+                        CoordinateField {
+                            id: altitudeField
+
+                            fieldName: "altitudeField"
+                            label: qsTr("Altitude")
+                            locale: root.locale
+                            minValue: root.altitudeMinValue
+                            maxValue: root.altitudeMaxValue
+                            decimals: root.altRoundingSize
+                            onSubmitted: value => root.manager.setAltitude(value)
+                        }
+
+                        Button {
+                            id: setPositionButton
+
+                            objectName: "setPositionButton"
+                            horizontalPadding: 15
+                            text: qsTr("Set")
+                            Accessible.name: qsTr("Set the position")
+                            onClicked: {
+                                if (trackTimer.running)
+                                    root.pauseTrack();
+                                root.manager.setPosition(latitudeField.value, longitudeField.value, altitudeField.value);
+                            }
+                        }
+                    }
+
+                    PageTitle {
+                        text: qsTr("Track")
+                    }
+
+                    Column {
+                        width: 450
+                        spacing: 5
+
+                        TrackFileRow {
+                            width: parent.width
+                            url: root.nmeaFileUrl
+                            loading: nmeaLogLoader.busy
+                            onOpenRequested: fileDialog.open()
+                        }
+
+                        TrackProgressRow {
+                            width: parent.width
+                            enabled: root.hasTrack
+                            locale: root.locale
+                            lastRow: root.lastRow
+                            row: root.manager.currentPositionIndex
+                            onMoved: row => {
+                                // Choosing the row tells the emulator, too.
+                                root.selectRow(row);
+                                root.manager.goToPositionOnTrack(row);
+                            }
+                            onGrabbed: {
+                                root.playsOnAfterSeeking = trackTimer.running;
+                                root.stopTrackTimer();
+                            }
+                            onReleased: {
+                                if (root.playsOnAfterSeeking)
+                                    root.startTrack();
+                            }
+                        }
+
+                        TrackPlayerRow {
+                            enabled: root.hasTrack
+                            manager: root.manager
+                            speeds: root.trackSpeedList
+                            playing: trackTimer.running
+                            stopped: root.trackStopped
+                            onlyDefaultInterval: root.onlyDefaultInterval
+                            onPlayRequested: {
+                                root.trackStopped = false;
+                                root.startTrack();
+                            }
+                            onPauseRequested: root.pauseTrack()
+                            onStopRequested: {
+                                root.trackStopped = true;
+                                root.stopTrack();
+                            }
+                        }
                     }
                 }
             }

@@ -34,18 +34,15 @@ Item {
         enabled: root.enabled
     }
 
-    Loader {
+    LazyLoader {
         id: loader
 
         objectName: "loader"
-        // A window that was never shown has no rows yet: an IDE whose user does not open it starts without paying for them.
-        active: root.Window.visibility !== Window.Hidden
         anchors {
             left: parent.left
             right: parent.right
             top: titleLabel.bottom
             topMargin: 5
         }
-        onLoaded: active = true // from now on also while the window is hidden
     }
 }

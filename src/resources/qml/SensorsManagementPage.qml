@@ -48,7 +48,7 @@ ManagementPage {
                 unchecked: ["orientation"]
             }
         })
-    readonly property list<SensorCheckBox> sensorsControlsIds: [accelerometerCheckBox, compassCheckBox, orientationCheckBox, magnetometerCheckBox, gyroscopeCheckBox, alsCheckBox, proximityCheckBox, tapCheckBox]
+    property list<SensorCheckBox> sensorsControlsIds
 
     function exitPage(callback: var) {
         if (Logic.sensorsStatesHasChanged()) {
@@ -74,7 +74,6 @@ ManagementPage {
         if (visible)
             reset();
     }
-    Component.onCompleted: Logic.updateSensorsControlsVisibility()
 
     WarningDialog {
         id: warningDialog
@@ -109,122 +108,129 @@ ManagementPage {
         }
     }
 
-    ButtonGroup {
-        buttons: root.sensorsControlsIds
-        exclusive: false
-        onClicked: button => {
-            const box = button as SensorCheckBox;
-            Logic.dependentSensorsEnabledHandler(box.checked, box.sensorName);
-        }
-    }
-
     PageScrollView {
         id: scrollView
 
         objectName: "scrollView"
         contentWidth: availableWidth
 
-        Column {
+        LazyLoader {
             x: 15
             width: scrollView.availableWidth - 30
-            topPadding: 15
-            bottomPadding: 15
-            spacing: 5
-
-            SensorCheckBox {
-                id: accelerometerCheckBox
-
-                objectName: "accelerometerCheckBox"
-                sensorName: "accelerometer"
-                text: qsTr("Accelerometer")
-            }
-
-            SensorCheckBox {
-                id: compassCheckBox
-
-                objectName: "compassCheckBox"
-                sensorName: "compass"
-                text: qsTr("Compass")
-            }
-
-            SensorCheckBox {
-                id: orientationCheckBox
-
-                objectName: "orientationCheckBox"
-                sensorName: "orientation"
-                text: qsTr("Orientation Sensor")
-            }
-
-            SensorCheckBox {
-                id: magnetometerCheckBox
-
-                objectName: "magnetometerCheckBox"
-                sensorName: "magnetometer"
-                text: qsTr("Magnetometer")
-            }
-
-            SensorCheckBox {
-                id: gyroscopeCheckBox
-
-                objectName: "gyroscopeCheckBox"
-                sensorName: "gyroscope"
-                text: qsTr("Gyroscope")
-            }
-
-            SensorCheckBox {
-                id: alsCheckBox
-
-                objectName: "alsCheckBox"
-                sensorName: "als"
-                text: qsTr("Light Sensor")
-            }
-
-            SensorCheckBox {
-                id: proximityCheckBox
-
-                objectName: "proximityCheckBox"
-                sensorName: "proximity"
-                text: qsTr("Proximity Sensor")
-            }
-
-            SensorCheckBox {
-                id: tapCheckBox
-
-                objectName: "tapCheckBox"
-                sensorName: "tap"
-                text: qsTr("Tap Sensor")
-            }
-
-            Label {
-                id: restartLabel
-
-                objectName: "restartLabel"
-                topPadding: 10
-                bottomPadding: 10
-                width: parent.width
-                wrapMode: Text.Wrap
-                text: qsTr("After applying changes, all applications retrieving data from sensors must be restarted.")
-            }
-
-            Row {
-                spacing: 10
-
-                Button {
-                    id: resetButton
-
-                    objectName: "resetButton"
-                    horizontalPadding: 15
-                    text: qsTr("Reset")
-                    onClicked: root.reset()
+            sourceComponent: Column {
+                topPadding: 15
+                bottomPadding: 15
+                spacing: 5
+                Component.onCompleted: {
+                    root.sensorsControlsIds = [accelerometerCheckBox, compassCheckBox, orientationCheckBox, magnetometerCheckBox, gyroscopeCheckBox, alsCheckBox, proximityCheckBox, tapCheckBox];
+                    root.reset();
+                    Logic.updateSensorsControlsVisibility();
                 }
 
-                Button {
-                    id: applyButton
+                ButtonGroup {
+                    buttons: root.sensorsControlsIds
+                    exclusive: false
+                    onClicked: button => {
+                        const box = button as SensorCheckBox;
+                        Logic.dependentSensorsEnabledHandler(box.checked, box.sensorName);
+                    }
+                }
 
-                    objectName: "applyButton"
-                    horizontalPadding: 15
-                    text: qsTr("Apply")
-                    onClicked: root.submit()
+                SensorCheckBox {
+                    id: accelerometerCheckBox
+
+                    objectName: "accelerometerCheckBox"
+                    sensorName: "accelerometer"
+                    text: qsTr("Accelerometer")
+                }
+
+                SensorCheckBox {
+                    id: compassCheckBox
+
+                    objectName: "compassCheckBox"
+                    sensorName: "compass"
+                    text: qsTr("Compass")
+                }
+
+                SensorCheckBox {
+                    id: orientationCheckBox
+
+                    objectName: "orientationCheckBox"
+                    sensorName: "orientation"
+                    text: qsTr("Orientation Sensor")
+                }
+
+                SensorCheckBox {
+                    id: magnetometerCheckBox
+
+                    objectName: "magnetometerCheckBox"
+                    sensorName: "magnetometer"
+                    text: qsTr("Magnetometer")
+                }
+
+                SensorCheckBox {
+                    id: gyroscopeCheckBox
+
+                    objectName: "gyroscopeCheckBox"
+                    sensorName: "gyroscope"
+                    text: qsTr("Gyroscope")
+                }
+
+                SensorCheckBox {
+                    id: alsCheckBox
+
+                    objectName: "alsCheckBox"
+                    sensorName: "als"
+                    text: qsTr("Light Sensor")
+                }
+
+                SensorCheckBox {
+                    id: proximityCheckBox
+
+                    objectName: "proximityCheckBox"
+                    sensorName: "proximity"
+                    text: qsTr("Proximity Sensor")
+                }
+
+                SensorCheckBox {
+                    id: tapCheckBox
+
+                    objectName: "tapCheckBox"
+                    sensorName: "tap"
+                    text: qsTr("Tap Sensor")
+                }
+
+                Label {
+                    id: restartLabel
+
+                    objectName: "restartLabel"
+                    topPadding: 10
+                    bottomPadding: 10
+                    width: parent.width
+                    wrapMode: Text.Wrap
+                    text: qsTr("After applying changes, all applications retrieving data from sensors must be restarted.")
+                }
+
+                Row {
+                    spacing: 10
+
+                    Button {
+                        id: resetButton
+
+                        objectName: "resetButton"
+                        horizontalPadding: 15
+                        text: qsTr("Reset")
+                        onClicked: root.reset()
+                    }
+
+                    Button {
+                        id: applyButton
+
+                        objectName: "applyButton"
+                        horizontalPadding: 15
+                        text: qsTr("Apply")
+                        onClicked: root.submit()
+                    }
                 }
             }
         }

@@ -32,8 +32,8 @@ ManagementPage {
     // The pointer's last position in a drag, and where the phone's centre is: a phone farther away moves less.
     property double xBaseCoordinate
     property double yBaseCoordinate
-    property double xOriginCoordinate: mouseArea.width / 2 + xMoveSlider.value * mouseArea.width / (8 * (1 + Math.abs(zMoveSlider.value)))
-    property double yOriginCoordinate: mouseArea.height / 2 - yMoveSlider.value * mouseArea.height / (4 * (1 + Math.abs(zMoveSlider.value)))
+    property double xOriginCoordinate: mouseArea.width / 2 + moveSliders.x.value * mouseArea.width / (8 * (1 + Math.abs(moveSliders.z.value)))
+    property double yOriginCoordinate: mouseArea.height / 2 - moveSliders.y.value * mouseArea.height / (4 * (1 + Math.abs(moveSliders.z.value)))
 
     property bool controlModifierPressed: false
     // Seconds between two readings.
@@ -121,15 +121,19 @@ ManagementPage {
     ]
     readonly property string iconSuffix: darkUserInterface ? "_light" : "" // qmllint disable unqualified
     readonly property var iconsModel: orientations.map((_, i) => "qrc:/emulationmanagement/icons/phone_%1%2.png".arg(i + 1).arg(iconSuffix))
-    readonly property var rotSliders: ({
-            x: xRotSlider,
-            y: yRotSlider,
-            z: zRotSlider
-        })
-    readonly property var moveSliders: ({
-            x: xMoveSlider,
-            y: yMoveSlider,
-            z: zMoveSlider
+    // The sliders of the axes. Before there are any, the phone is where they begin.
+    property var rotSliders: restingSliders
+    property var moveSliders: restingSliders
+    readonly property var restingSliders: ({
+            x: {
+                value: 0
+            },
+            y: {
+                value: 0
+            },
+            z: {
+                value: 0
+            }
         })
     readonly property list<SensorResultLabel> sensorLabels: [accelerometerLabel, gyroscopeLabel, magnetometerLabel]
 
@@ -253,63 +257,81 @@ ManagementPage {
                     }
                 }
 
-                Column {
-                    id: rotationColumn
-
-                    objectName: "rotationColumn"
-                    visible: root.rotationMode
+                LazyLoader {
                     width: parent.width
-                    spacing: 5
+                    sourceComponent: Column {
+                        Component.onCompleted: {
+                            root.rotSliders = {
+                                x: xRotSlider,
+                                y: yRotSlider,
+                                z: zRotSlider
+                            };
+                            root.moveSliders = {
+                                x: xMoveSlider,
+                                y: yMoveSlider,
+                                z: zMoveSlider
+                            };
+                        }
 
-                    RotationSlider {
-                        id: xRotSlider
+                        Column {
+                            id: rotationColumn
 
-                        objectName: "xRotSlider"
-                        label: qsTr("X-Rot")
-                    }
+                            objectName: "rotationColumn"
+                            visible: root.rotationMode
+                            width: parent.width
+                            spacing: 5
 
-                    RotationSlider {
-                        id: yRotSlider
+                            RotationSlider {
+                                id: xRotSlider
 
-                        objectName: "yRotSlider"
-                        label: qsTr("Y-Rot")
-                    }
+                                objectName: "xRotSlider"
+                                label: qsTr("X-Rot")
+                            }
 
-                    RotationSlider {
-                        id: zRotSlider
+                            RotationSlider {
+                                id: yRotSlider
 
-                        objectName: "zRotSlider"
-                        label: qsTr("Z-Rot")
-                    }
-                }
+                                objectName: "yRotSlider"
+                                label: qsTr("Y-Rot")
+                            }
 
-                Column {
-                    id: moveColumn
+                            RotationSlider {
+                                id: zRotSlider
 
-                    objectName: "moveColumn"
-                    visible: !root.rotationMode
-                    width: parent.width
-                    spacing: 5
+                                objectName: "zRotSlider"
+                                label: qsTr("Z-Rot")
+                            }
+                        }
 
-                    MoveSlider {
-                        id: xMoveSlider
+                        Column {
+                            id: moveColumn
 
-                        objectName: "xMoveSlider"
-                        label: qsTr("X")
-                    }
+                            objectName: "moveColumn"
+                            visible: !root.rotationMode
+                            width: parent.width
+                            spacing: 5
 
-                    MoveSlider {
-                        id: yMoveSlider
+                            MoveSlider {
+                                id: xMoveSlider
 
-                        objectName: "yMoveSlider"
-                        label: qsTr("Y")
-                    }
+                                objectName: "xMoveSlider"
+                                label: qsTr("X")
+                            }
 
-                    MoveSlider {
-                        id: zMoveSlider
+                            MoveSlider {
+                                id: yMoveSlider
 
-                        objectName: "zMoveSlider"
-                        label: qsTr("Z")
+                                objectName: "yMoveSlider"
+                                label: qsTr("Y")
+                            }
+
+                            MoveSlider {
+                                id: zMoveSlider
+
+                                objectName: "zMoveSlider"
+                                label: qsTr("Z")
+                            }
+                        }
                     }
                 }
 
@@ -323,25 +345,27 @@ ManagementPage {
                         text: qsTr("Device rotation")
                     }
 
-                    Row {
-                        spacing: 5
+                    LazyLoader {
+                        sourceComponent: Row {
+                            spacing: 5
 
-                        Repeater {
-                            model: root.iconsModel
+                            Repeater {
+                                model: root.iconsModel
 
-                            IconButton {
-                                required property int index
-                                required property string modelData
+                                IconButton {
+                                    required property int index
+                                    required property string modelData
 
-                                objectName: "orientationButton%1".arg(index)
-                                width: 40
-                                height: 40
-                                icon.source: modelData
-                                icon.width: 32
-                                icon.height: 32
-                                icon.color: "transparent" // as it was drawn
-                                name: root.orientations[index].name
-                                onClicked: Logic.switchOrientation(index)
+                                    objectName: "orientationButton%1".arg(index)
+                                    width: 40
+                                    height: 40
+                                    icon.source: modelData
+                                    icon.width: 32
+                                    icon.height: 32
+                                    icon.color: "transparent" // as it was drawn
+                                    name: root.orientations[index].name
+                                    onClicked: Logic.switchOrientation(index)
+                                }
                             }
                         }
                     }
