@@ -53,8 +53,7 @@ bool isAvailable(const QVariant &value)
 
 EmulationManagementPlugin::EmulationManagementPlugin()
 {
-    m_qtQuickModules.loadUrl(
-        QUrl(u"qrc:/emulationmanagement/qml/QtQuickModules.qml"_s), QQmlComponent::Asynchronous);
+    m_qtQuickModules.loadUrl(QUrl(u"qrc:/emulationmanagement/qml/QtQuickModules.qml"_s), QQmlComponent::Asynchronous);
 }
 
 bool EmulationManagementPlugin::initialize(

@@ -24,6 +24,7 @@ Item {
 
     width: parent ? parent.width / 2 : 0
     implicitHeight: loader.y + loader.height
+    clip: true // each move of the mouse looks for a cursor; this spares it all text fields of sensors elsewhere
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
