@@ -3,6 +3,7 @@
 
 #include "ide/ide.h"
 #include "ide/testregistry.h"
+#include "utils/quickitems.h"
 #include "utils/testcameras.h"
 #include "utils/testmedia.h"
 
@@ -38,6 +39,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace IdeTests;
+using TestUtils::descendant;
 
 /// What the IDE has once the plugin is loaded and nobody has opened the view.
 class tst_Startup : public QObject
@@ -58,6 +60,7 @@ private Q_SLOTS:
     void enumerations();
     void localFilesCanBeReadFromQml();
     void hiddenViewIsLoaded();
+    void controlsAreMadeWhenTheWindowIsFirstShown();
     void hidingTheWindowEndsAStream();
     void hidingTheWindowEndsThePictures_data();
     void hidingTheWindowEndsThePictures();
@@ -253,6 +256,28 @@ void tst_Startup::hiddenViewIsLoaded()
     QVERIFY(!view()->isVisible());
     QCOMPARE(view()->parent(), nullptr);
     QCOMPARE(view()->transientParent(), nullptr);
+}
+
+// All of the pages are there before; their controls are not made for a user who does not open the view.
+void tst_Startup::controlsAreMadeWhenTheWindowIsFirstShown()
+{
+    const QStringList names{
+        u"accelerometerCheckBox"_s, u"xSlider"_s, u"xRotSlider"_s, u"latitudeField"_s, u"cameraBox"_s};
+    const auto controls = [&names] {
+        QList<const QQuickItem *> found;
+        for (const QString &name : names) {
+            if (const QQuickItem *item = descendant(name, view()->rootObject()))
+                found.append(item);
+        }
+        return found;
+    };
+    QVERIFY(controls().isEmpty());
+
+    view()->show();
+    const QList<const QQuickItem *> made = controls();
+    QCOMPARE(made.size(), names.size());
+    view()->hide();
+    QCOMPARE(controls(), made);
 }
 
 void tst_Startup::hidingTheWindowEndsAStream()

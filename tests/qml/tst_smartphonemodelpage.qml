@@ -25,6 +25,18 @@ ViewTestCase {
     }
 
     Component {
+        id: hiddenWindowComponent
+
+        Window {
+            readonly property alias page: hiddenPage
+
+            SmartphoneModelPage {
+                id: hiddenPage
+            }
+        }
+    }
+
+    Component {
         id: otherWindowComponent
 
         Window {
@@ -224,6 +236,20 @@ ViewTestCase {
         sensorsEmulationManager.setSensorEnabled("magnetometer", false);
         host.takeFrames();
         createTemporaryObject(pageComponent, root);
+        compareFrames([]);
+    }
+
+    function test_creationInAWindowThatIsNotShown() {
+        setField(10, 20, 30);
+        const window = createTemporaryObject(hiddenWindowComponent, root);
+        compareFrames([accelerometerFrame([0, 1000, 0]), magnetometerFrame([10e-6, 20e-6, 30e-6])]);
+        for (const axis of axes)
+            compare([window.page.rotSliders[axis].value, window.page.moveSliders[axis].value], [0, 0]);
+        window.visible = true;
+        for (const axis of axes) {
+            compare(window.page.rotSliders[axis], findChild(window.page, axis + "RotSlider"));
+            compare(window.page.moveSliders[axis], findChild(window.page, axis + "MoveSlider"));
+        }
         compareFrames([]);
     }
 
