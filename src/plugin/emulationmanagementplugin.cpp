@@ -354,11 +354,10 @@ void EmulationManagementPlugin::handleConnectionLost()
         return;
     m_gpsEmulationManager.setupGPSData();
     Q_EMIT m_gpsEmulationManager.replyFromEmulatorReceived({}); // the page clears its track
-    showMessageBox(
-        tr("Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.")
-            .arg(m_emulator ? m_emulator->name() : Tarn::Sdk::osVariant()),
-        {},
-        QMessageBox::Ok);
+    const QString text = tr("Emulator connection is lost. Please, run %1 if it is needed and load the GPS-track again.")
+                             .arg(m_emulator ? m_emulator->name() : Tarn::Sdk::osVariant());
+    // Later: the channel, which is still reporting the loss, must not wait for the user before it connects again.
+    QMetaObject::invokeMethod(this, [this, text] { showMessageBox(text, {}, QMessageBox::Ok); }, Qt::QueuedConnection);
 }
 
 void EmulationManagementPlugin::checkEmulationPackages()

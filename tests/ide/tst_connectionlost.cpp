@@ -15,6 +15,7 @@
 #include <QTest>
 
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace IdeTests;
@@ -42,6 +43,7 @@ private Q_SLOTS:
 
     void aLoadedTrackIsMissed();
     void severalSetsOfConnectionsShowOneMessage();
+    void theConnectionComesBackWhileTheMessageShows();
 
 private:
     void dropAndWaitForTheMessage();
@@ -133,6 +135,19 @@ void tst_ConnectionLost::severalSetsOfConnectionsShowOneMessage()
     QVERIFY(m_fixture->startServices());
     QTRY_COMPARE_WITH_TIMEOUT(m_fixture->frames().size(), connectionFrameCount, deadline);
     QCOMPARE(m_user.seen().size(), 1);
+}
+
+void tst_ConnectionLost::theConnectionComesBackWhileTheMessageShows()
+{
+    std::optional<bool> isBack;
+    m_user.answer([&](QMessageBox *box) {
+        isBack = m_fixture->startServices()
+            && QTest::qWaitFor([&] { return m_fixture->frames().size() == connectionFrameCount; }, deadline);
+        box->accept();
+    });
+    m_fixture->stopServices();
+    QTRY_VERIFY_WITH_TIMEOUT(isBack.has_value(), 2 * deadline);
+    QVERIFY(*isBack);
 }
 
 #include "tst_connectionlost.moc"
