@@ -22,6 +22,7 @@ PAGES = [
     for page in ("sensors", "sensorsValues", "smartphoneModel", "gps", "camera")
 ]
 ENGLISH = ["sdks: 1", "menu: Emulation Management…", "window: Emulation Management", *PAGES]
+NOTHING = ["plugin: emulationmanagementprobe", "sdks: 0"]
 GERMAN = ["sdks: 1", "menu: Emulationsverwaltung…", "window: Emulationsverwaltung", *PAGES]
 
 
@@ -60,6 +61,23 @@ class Packages(story.Steps):
         self.assertEqual(done.returncode, 0, log[-6000:])
         facts = ("plugin: ", "sdks: ", "error: ", "menu: ", "window: ", "page: ", "box: ", "stream: ", "wizard: ", "installed: ")
         return [line for line in done.stdout.splitlines() if line.startswith(facts)]
+
+    def use_the_emulator(self) -> None:
+        video = self.home / "video.webm"
+        if not video.exists():
+            subprocess.run(
+                ["gst-launch-1.0", "-q", "videotestsrc", "num-buffers=50", "!", "video/x-raw,width=320,height=240", "!",
+                 "vp8enc", "deadline=1", "!", "webmmux", "!", "filesink", f"location={video}"],
+                check=True,
+            )  # fmt: skip
+        self.assertEqual(self.ide(f"open:{video}"), ["window: visible", "stream: running"])
+        self.session.kill_emulator()
+
+    def install_archives(self) -> None:
+        for archive in ("tarnplugin-*", "emulationmanagement-*"):
+            copy = self.home / self.package(archive).name
+            shutil.copy(self.package(archive), copy)
+            self.assertEqual(self.ide(f"install:{copy}"), ["wizard: Summary", "installed: yes"])
 
     def user_files(self) -> list[str]:
         """What lies where the IDE keeps a user's extensions."""
@@ -108,15 +126,17 @@ class Packages(story.Steps):
         self.assertEqual(self.ide("look", language="de"), [*PLUGINS, *GERMAN])
 
     def test_the_emulator_starts_and_gets_pictures(self) -> None:
-        video = self.home / "video.webm"
-        subprocess.run(
-            ["gst-launch-1.0", "-q", "videotestsrc", "num-buffers=50", "!", "video/x-raw,width=320,height=240", "!",
-             "vp8enc", "deadline=1", "!", "webmmux", "!", "filesink", f"location={video}"],
-            check=True,
-        )  # fmt: skip
-        self.assertEqual(self.ide(f"open:{video}"), ["window: visible", "stream: running"])
+        self.use_the_emulator()
         self.assertIn("start='5454' to='1234'", self.session.definition())
-        self.session.kill_emulator()
+
+    def test_in_its_place_the_archives_start_the_emulator_and_send_pictures(self) -> None:
+        self.machine.as_root("dpkg", "--purge", "emulationmanagement")
+        self.install_archives()
+        self.use_the_emulator()
+        self.ide("remove:tarnplugin")
+        self.ide("remove:emulationmanagement")
+        self.assertEqual(self.ide("look"), NOTHING)
+        self.machine.install(self.package("*.deb"))
 
     def test_without_a_virtual_machine_the_plugin_works_as_well(self) -> None:
         self.machine.keep_only("qtcreator", "emulationmanagement", recommended=False)
@@ -127,7 +147,7 @@ class Packages(story.Steps):
     def test_removed_it_leaves_nothing(self) -> None:
         self.machine.as_root("dpkg", "--purge", "emulationmanagement")
         self.assertEqual([file for file in self.added if self.machine.has(file)], [])
-        self.assertEqual(self.ide("look"), ["plugin: emulationmanagementprobe", "sdks: 0"])
+        self.assertEqual(self.ide("look"), NOTHING)
 
     # --- the extension archives -------------------------------------------------------------------
 
@@ -136,10 +156,7 @@ class Packages(story.Steps):
         (needed,) = re.findall(r"sudo apt install (gst[^`]+?)\n\n", readme)
         self.machine.keep_only("qtcreator", *needed.replace("\\", "").split(), recommended=False)
         self.assertFalse(self.machine.has("/usr/bin/passt"))
-        for archive in ("tarnplugin-*", "emulationmanagement-*"):
-            copy = self.home / self.package(archive).name
-            shutil.copy(self.package(archive), copy)
-            self.assertEqual(self.ide(f"install:{copy}"), ["wizard: Summary", "installed: yes"])
+        self.install_archives()
 
     def test_the_ide_loads_them_when_it_starts_again(self) -> None:
         self.assertEqual(self.ide("look"), [*PLUGINS, *ENGLISH])
@@ -154,5 +171,5 @@ class Packages(story.Steps):
     def test_removed_they_leave_nothing(self) -> None:
         self.assertNotEqual(self.user_files(), [])
         self.ide("remove:emulationmanagement")
-        self.assertEqual(self.ide("look"), ["plugin: emulationmanagementprobe", "sdks: 0"])
+        self.assertEqual(self.ide("look"), NOTHING)
         self.assertEqual(self.user_files(), [])
