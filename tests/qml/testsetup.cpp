@@ -19,6 +19,7 @@
 #include <QQuickWindow>
 #include <QRegularExpression>
 #include <QTest>
+#include <QWindow>
 
 #include <algorithm>
 #include <chrono>
@@ -112,8 +113,11 @@ void Keyboard::repeat(int key, int modifiers)
 
 void Keyboard::send(QEvent::Type type, int key, int modifiers, bool repeated)
 {
+    QWindow *window = QGuiApplication::focusWindow();
+    if (!window)
+        qFatal("No window has the keys.");
     QKeyEvent event(type, key, Qt::KeyboardModifiers(modifiers), {}, repeated);
-    QCoreApplication::sendEvent(QGuiApplication::focusWindow(), &event);
+    QCoreApplication::sendEvent(window, &event);
 }
 
 QUrl Files::write(const QString &name, const QString &text, int times)

@@ -64,6 +64,13 @@ ViewTestCase {
         signalName: "triggered"
     }
 
+    // The keys are the view's again.
+    function closeOtherWindow(window: Window) {
+        window.close();
+        root.Window.window.requestActivate();
+        tryCompare(root.Window, "active", true);
+    }
+
     function control(name: string): QtObject {
         return object("smartphoneModelPage/" + name);
     }
@@ -251,6 +258,8 @@ ViewTestCase {
             compare(window.page.moveSliders[axis], findChild(window.page, axis + "MoveSlider"));
         }
         compareFrames([]);
+        tryCompare(window, "active", true);
+        closeOtherWindow(window);
     }
 
     function test_activation() {
@@ -1057,9 +1066,7 @@ ViewTestCase {
         tryCompare(other, "active", true);
         tryCompare(page, "controlModifierPressed", false);
         compare(page.rotationMode, true);
-        other.close();
-        root.Window.window.requestActivate();
-        tryCompare(root.Window, "active", true);
+        closeOtherWindow(other);
         keyClick(Qt.Key_Left);
         compare([...rotation(), ...position()], [0, 0, -1, 0, 0, 0]);
     }
