@@ -6,6 +6,7 @@
 #include "sensors/sensorsemulationmanager.h"
 #include "utils/quickitems.h"
 
+#include <QElapsedTimer>
 #include <QQuickItem>
 #include <QTest>
 #include <QUrl>
@@ -25,7 +26,10 @@ BenchView::BenchView()
         m_host.sensors()->setSensorEnabled(sensor, true);
     m_window.setResizeMode(QQuickView::SizeRootObjectToView);
     m_window.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
+    QElapsedTimer timer;
+    timer.start();
     m_window.show();
+    m_firstShow = double(timer.nsecsElapsed()) / 1e6;
     m_window.requestActivate();
     if (!m_window.rootObject() || !QTest::qWaitForWindowActive(&m_window, patience))
         fail("no view");

@@ -18,6 +18,9 @@ public:
 
     BenchView();
 
+    /// Milliseconds in which the window was shown, which makes the pages' controls.
+    double firstShow() const { return m_firstShow; }
+
     TestView::ViewHost &host() { return m_host; }
     QQuickView &window() { return m_window; }
 
@@ -33,4 +36,5 @@ public:
 private:
     TestView::ViewHost m_host;
     QQuickView m_window;
+    double m_firstShow = 0;
 };

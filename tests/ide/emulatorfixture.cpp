@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <algorithm>
@@ -75,9 +76,11 @@ void EmulatorFixture::stopServices()
 {
     if (m_services.state() == QProcess::NotRunning)
         return;
-    // The invoker says goodbye to its client, which is in this process: events must go on.
+    // The invoker says goodbye to its client, which is in this process: events must go on, and one of them may lead to
+    // a new start.
+    const QSignalSpy finished(&m_services, &QProcess::finished);
     m_services.terminate();
-    if (!QTest::qWaitFor([this] { return m_services.state() == QProcess::NotRunning; }, 10'000)) {
+    if (!QTest::qWaitFor([&finished] { return !finished.isEmpty(); }, 10'000)) {
         qWarning("The services do not end.");
         m_services.kill();
         m_services.waitForFinished();

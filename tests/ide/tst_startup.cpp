@@ -256,6 +256,9 @@ void tst_Startup::hiddenViewIsLoaded()
     QVERIFY(!view()->isVisible());
     QCOMPARE(view()->parent(), nullptr);
     QCOMPARE(view()->transientParent(), nullptr);
+    // What is loaded ahead of it.
+    const QQmlComponent modules(view()->engine(), QUrl(u"qrc:/emulationmanagement/qml/QtQuickModules.qml"_s));
+    QVERIFY2(modules.isReady(), qPrintable(modules.errorString()));
 }
 
 // All of the pages are there before; their controls are not made for a user who does not open the view.
@@ -276,6 +279,9 @@ void tst_Startup::controlsAreMadeWhenTheWindowIsFirstShown()
     view()->show();
     const QList<const QQuickItem *> made = controls();
     QCOMPARE(made.size(), names.size());
+    view()->hide();
+    view()->show();
+    QCOMPARE(controls(), made);
     view()->hide();
     QCOMPARE(controls(), made);
 }

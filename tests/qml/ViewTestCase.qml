@@ -74,6 +74,14 @@ TestCase {
         }
     }
 
+    // Once it has the keys, which are the view's again then.
+    function closeOtherWindow(window: Window) {
+        tryCompare(window, "active", true);
+        window.close();
+        root.Window.window.requestActivate();
+        tryCompare(root.Window, "active", true);
+    }
+
     // In place of the one before, where there is one.
     function createView() {
         if (view)

@@ -222,6 +222,19 @@ ViewTestCase {
         host.takeFrames();
     }
 
+    function test_windowShownLaterShowsWhatHappenedBefore() {
+        const window = createTemporaryObject(hiddenWindowComponent, root);
+        host.setSensorAvailable("als", false);
+        sensorsEmulationManager.setSensorEnabled("tap", false);
+        window.visible = true;
+        const boxes = Array.from(window.page.sensorsControlsIds);
+        compare(boxes.map(box => box.sensorName), Array.from(sensors));
+        compare(boxes.filter(box => box.visible).map(box => box.sensorName), without("als"));
+        compare(boxes.filter(box => box.checked).map(box => box.sensorName), without("als tap"));
+        closeOtherWindow(window);
+        host.takeFrames();
+    }
+
     function test_leavingWithoutChangesAsksNothing() {
         init_page();
         clickBox("tap");
@@ -324,6 +337,20 @@ ViewTestCase {
         compare(view.lastChangedSensorName, "");
         compareFrames([]);
         object("errorDialog").close();
+    }
+
+    Component {
+        id: hiddenWindowComponent
+
+        Window {
+            readonly property alias page: hiddenPage
+
+            SensorsManagementPage {
+                id: hiddenPage
+
+                active: true
+            }
+        }
     }
 
     Component {

@@ -24,26 +24,36 @@ Item {
 
     width: parent ? parent.width / 2 : 0
     implicitHeight: loader.y + loader.height
-    clip: true // each move of the mouse looks for a cursor; this spares it all text fields of sensors elsewhere
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
-    PageTitle {
-        id: titleLabel
-
-        objectName: "titleLabel"
-        enabled: root.enabled
-    }
-
-    LazyLoader {
-        id: loader
-
-        objectName: "loader"
+    // Each move of the mouse looks for a cursor: clipped, this one spares it all text fields of sensors elsewhere. A large
+    // font may need the space up to the next sensor.
+    Item {
         anchors {
-            left: parent.left
-            right: parent.right
-            top: titleLabel.bottom
-            topMargin: 5
+            fill: parent
+            rightMargin: -15
+        }
+        clip: true
+
+        PageTitle {
+            id: titleLabel
+
+            objectName: "titleLabel"
+            enabled: root.enabled
+        }
+
+        LazyLoader {
+            id: loader
+
+            objectName: "loader"
+            anchors {
+                left: parent.left
+                right: parent.right
+                rightMargin: 15
+                top: titleLabel.bottom
+                topMargin: 5
+            }
         }
     }
 }
