@@ -14,7 +14,7 @@ verb_test() {
         case $1 in
         --sanitize)
             preset=sanitize
-            rings=(unit qml ide)
+            rings=(unit qml ide robustness fuzz)
             shift
             ;;
         --ring)
