@@ -189,9 +189,10 @@ class Work:
         self.robot.do("powerOff")
         wait_for("the view to go", lambda: not self.robot.state()["visible"], 30)
         self.services.start()
+        wait_for("the channel", self.services.greeted, 30)  # which comes back by itself
         self.ssh.start()
         self.robot.open_view()
-        wait_for("the connection", self.services.greeted, 30)
+        wait_for("the connection", lambda: self.services.greeted(2), 30)  # which replaces it
 
     def round(self, number: int, sampler: Sampler) -> None:
         steps = [self.values, self.phone, self.gps, self.video, self.camera, self.sensors, self.reopen]
