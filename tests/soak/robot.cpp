@@ -18,7 +18,9 @@
 #include <QKeySequence>
 #include <QMessageBox>
 #include <QMetaObject>
+#include <QPixmapCache>
 #include <QPushButton>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QSocketNotifier>
@@ -28,6 +30,7 @@
 #include <array>
 #include <cstdio>
 
+#include <malloc.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -90,6 +93,15 @@ QString openFile(const QString &name, const QUrl &url)
     return page && QMetaObject::invokeMethod(page, "openFile", url) ? QString() : u"it opens no files"_s;
 }
 
+// The caches are bounded: a message box leaves a pixmap of its icon and one of its button in Qt's.
+QJsonObject memory()
+{
+    IdeTests::view()->engine()->collectGarbage();
+    QPixmapCache::clear();
+    const struct mallinfo2 info = mallinfo2();
+    return {{u"inUse"_s, qint64(info.uordblks + info.hblkhd)}};
+}
+
 Tarn::Emulator *emulator()
 {
     return Tarn::Sdk::emulators().value(0);
@@ -137,6 +149,8 @@ QJsonObject Robot::perform(const QJsonObject &command)
     QString error;
     if (what == "state"_L1) {
         return state();
+    } else if (what == "memory"_L1) {
+        return memory();
     } else if (what == "get"_L1) {
         const QQuickItem *target = item(name);
         if (target)

@@ -22,6 +22,7 @@ class QSocketNotifier;
 ///   {"do": "key", "item": ITEM, "key": NAME}     the item has the focus then
 ///   {"do": "openFile", "item": PAGE, "url": URL} as chosen in the page's dialog
 ///   {"do": "get", "item": ITEM, "property": NAME}
+///   {"do": "memory"}                             bytes that are allocated and not freed; caches are emptied first
 ///   {"do": "churn", "from": NUMBER}              see churn()
 ///   {"do": "quit"}
 class Robot : public QObject
