@@ -51,6 +51,8 @@ VALUES = "sensorsValuesPage"
 PHONE = "smartphoneModelPage"
 GPS = "gpsManagementPage"
 CAMERA = "cameraManagementPage"
+CAMERA_LABELS = ("currentCameraLabel", "currentResolutionLabel", "currentFramerateLabel")
+CAMERA_SOURCES = ("cameraRadioButton", "videoFileSourceRadioButton")
 SENSORS = "sensorsManagementPage"
 BUTTONS = {
     VALUES: "sensorsValuesButton",
@@ -136,7 +138,17 @@ class Work:
     def stream(self, start: str, **arguments: Any) -> None:
         before = self.services.pictures()
         self.robot.do(start, **arguments)
-        wait_for("pictures", lambda: self.services.pictures() > before + 15, 60)
+        try:
+            wait_for("pictures", lambda: self.services.pictures() > before + 15, 60)
+        except Timeout as timeout:
+            raise Timeout(f"{timeout}, got {self.services.pictures() - before}: {self.camera_page()}") from timeout
+
+    def camera_page(self) -> str:
+        """What it shows, and what the IDE has logged."""
+        facts = {name: self.robot.get(f"{CAMERA}/{name}", "text") for name in CAMERA_LABELS}
+        facts |= {f"{name} checked": self.robot.get(f"{CAMERA}/{name}", "checked") for name in CAMERA_SOURCES}
+        facts |= {name: self.enabled(f"{CAMERA}/{name}") for name in ("playButton", "stopButton", *CAMERA_SOURCES)}
+        return f"{facts}; {self.robot.log_tail()}"
 
     def stop_stream(self) -> None:
         self.robot.click(f"{CAMERA}/stopButton")
