@@ -63,14 +63,18 @@ function(install_sdk_library target)
         COMPONENT EmulationManagement EXCLUDE_FROM_ALL)
 endfunction()
 
-# add_ide_plugin(target METADATA json-file SOURCES ... LIBRARIES ... [DESTINATION dir])
-# A module that the IDE loads. DESTINATION replaces the common plugin folder (test plugins keep to themselves).
+# add_ide_plugin(target METADATA json.in-file SOURCES ... LIBRARIES ... [DESTINATION dir])
+# A module that the IDE loads. The project's version is filled into the metadata. DESTINATION replaces the common plugin
+# folder (test plugins keep to themselves).
 function(add_ide_plugin target)
-    cmake_parse_arguments(arg "" "DESTINATION" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(arg "" "DESTINATION;METADATA" "SOURCES;LIBRARIES" ${ARGN})
     if(NOT arg_DESTINATION)
         set(arg_DESTINATION "${EMULATIONMANAGEMENT_IDE_PLUGIN_DIR}")
     endif()
+    cmake_path(GET arg_METADATA STEM LAST_ONLY _metadata)
+    configure_file("${arg_METADATA}" "${_metadata}" @ONLY)
     qt_add_library(${target} MODULE ${arg_SOURCES})
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}") # where moc finds the metadata
     target_link_libraries(${target} PRIVATE EmulationManagement::Options QtCreator::Core ${arg_LIBRARIES})
     set_target_properties(${target} PROPERTIES
         LIBRARY_OUTPUT_DIRECTORY "${arg_DESTINATION}"

@@ -4,12 +4,14 @@
 # Every test belongs to a ring, its CTest label: check, unit, qml, ide, robustness, e2e, fuzz, bench, soak or setup;
 # what only ./dev check runs has the label analysis.
 #
-# add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
-#               [ARGUMENTS ...])
-# A Qt Test program. ISOLATED gives it a network of its own (it uses fixed ports or starts servers).
+# add_ring_test(name RING ring SOURCES ... LIBRARIES ... [ISOLATED] [HELPERS] [TIMEOUT seconds]
+#               [ENVIRONMENT NAME=value ...] [ARGUMENTS ...])
+# A Qt Test program. ISOLATED gives it a network of its own (it uses fixed ports or starts servers). HELPERS says that
+# it tests what only tests use.
 #
-# add_ring_command(name RING ring COMMAND ... [ISOLATED] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...])
-# Any command; exit code 0 passes.
+# add_ring_command(name RING ring COMMAND ... [ISOLATED] [HELPERS] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...])
+# Any command; exit code 0 passes. In the rings below it has to print its rows and totals as Qt Test does.
+set(EMULATIONMANAGEMENT_RINGS_OF_ROWS unit qml ide robustness e2e setup)
 
 set(EMULATIONMANAGEMENT_ISOLATED "${PROJECT_SOURCE_DIR}/tools/isolated")
 
@@ -26,7 +28,7 @@ if(EMULATIONMANAGEMENT_SANITIZE)
 endif()
 
 function(add_ring_command name)
-    cmake_parse_arguments(arg "ISOLATED" "RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(arg "ISOLATED;HELPERS" "RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
@@ -44,20 +46,30 @@ function(add_ring_command name)
             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizer-suppressions.txt:print_suppressions=0"
         )
     endif()
+    set(_labels ${arg_RING})
+    if(arg_RING IN_LIST EMULATIONMANAGEMENT_RINGS_OF_ROWS)
+        list(APPEND _labels rows)
+    endif()
+    if(arg_HELPERS)
+        list(APPEND _labels helpers)
+    endif()
     set_tests_properties(${name} PROPERTIES
-        LABELS "${arg_RING}"
+        LABELS "${_labels}"
         TIMEOUT ${arg_TIMEOUT}
         ENVIRONMENT "${_environment}"
     )
 endfunction()
 
 function(add_ring_test name)
-    cmake_parse_arguments(arg "ISOLATED" "RING;TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT;ARGUMENTS" ${ARGN})
+    cmake_parse_arguments(arg "ISOLATED;HELPERS" "RING;TIMEOUT" "SOURCES;LIBRARIES;ENVIRONMENT;ARGUMENTS" ${ARGN})
     qt_add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE EmulationManagement::Options Qt6::Test ${arg_LIBRARIES})
     set(_options)
     if(arg_ISOLATED)
         list(APPEND _options ISOLATED)
+    endif()
+    if(arg_HELPERS)
+        list(APPEND _options HELPERS)
     endif()
     if(arg_TIMEOUT)
         list(APPEND _options TIMEOUT ${arg_TIMEOUT})

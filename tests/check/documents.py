@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The documents keep up with the project: each link and each file that they name leads somewhere, each picture is shown,
-each package that is installed stands among the dependencies, each row of which says a license, and each source says whose it is."""
+each package that is installed stands among the dependencies, each row of which says a license, each source says whose it is,
+and the change log tells of the version that is built."""
 
 import fnmatch
 import pathlib
@@ -98,8 +99,31 @@ def sources_without_header():
             yield f"{name}: no license"
 
 
+def change_log():
+    """As keepachangelog.com has it: the newest version is the project's, versions fall, each has a day."""
+    text = (PROJECT / "CHANGELOG.md").read_text(encoding="utf-8")
+    project = (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
+    (version,) = re.findall(r"project\(\w+\s+VERSION ([\d.]+)", project)
+    headings = re.findall(r"^## (.+)$", text, flags=re.MULTILINE)
+    if headings[:1] == ["[Unreleased]"]:
+        del headings[0]
+    dated = [re.fullmatch(r"\[(\d+\.\d+\.\d+)\] - (\d{4}-\d\d-\d\d)", heading) for heading in headings]
+    for heading, match in zip(headings, dated, strict=True):
+        if not match:
+            yield f"CHANGELOG.md: {heading!r} is no version with its day"
+    releases = [(tuple(map(int, match[1].split("."))), match[2]) for match in dated if match]
+    if releases != sorted(releases, reverse=True):
+        yield "CHANGELOG.md: the newest version comes first"
+    if not releases or releases[0][0] != tuple(map(int, version.split("."))):
+        yield f"CHANGELOG.md: the project's version, {version}, is not the newest one"
+    kinds = {"Added", "Changed", "Deprecated", "Removed", "Fixed", "Security"}
+    for heading in re.findall(r"^### (.+)$", text, flags=re.MULTILINE):
+        if heading not in kinds:
+            yield f"CHANGELOG.md: {heading!r} is no kind of change"
+
+
 def main() -> int:
-    wrong = [*broken_links(), *missing_files(), *unlisted_packages(), *sources_without_header()]
+    wrong = [*change_log(), *broken_links(), *missing_files(), *unlisted_packages(), *sources_without_header()]
     for line in wrong:
         print(line)
     return 1 if wrong else 0

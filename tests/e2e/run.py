@@ -14,8 +14,10 @@ import sys
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools" / "demo"))
+PROJECT = Path(__file__).resolve().parents[2]
+sys.path[:0] = [str(PROJECT / "tools" / "demo"), str(PROJECT / "tests" / "utils")]
 
+import rows  # noqa: E402
 import story  # noqa: E402
 
 
@@ -24,19 +26,9 @@ class InWrittenOrder(unittest.TestLoader):
         return [name for name in case.__dict__ if name.startswith("test_")]
 
 
-class Result(unittest.TextTestResult):
-    def startTest(self, test: unittest.TestCase) -> None:
-        super().startTest(test)
-        self.stream.flush()
-
-
 def main() -> int:
     story.BUILD, story.IMAGE = (Path(argument).resolve() for argument in sys.argv[1:3])
-    suite = InWrittenOrder().loadTestsFromName(sys.argv[3])
-    result = unittest.TextTestRunner(stream=sys.stdout, verbosity=2, resultclass=Result).run(suite)
-    failed = len(result.failures) + len(result.errors) + len(result.skipped)
-    print(f"Totals: {result.testsRun - failed} passed, {failed} failed, 0 skipped")
-    return 1 if failed or not result.testsRun else 0
+    return rows.run(InWrittenOrder().loadTestsFromName(sys.argv[3]))
 
 
 if __name__ == "__main__":

@@ -1,9 +1,11 @@
 # SPDX-FileCopyrightText: EmulationManagement contributors
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Sourced by the tests of this folder: checks that are counted; the first that fails ends the test.
+# Sourced by the tests of this folder: checks that are counted, and printed as Qt Test prints its rows; the first that
+# fails ends the test.
 # shellcheck shell=bash
 
 passed=0
+program=$(basename "$0" .sh)
 
 # check WHAT COMMAND...
 check() {
@@ -11,9 +13,9 @@ check() {
     shift
     if "$@"; then
         passed=$((passed + 1))
-        echo "PASS: $what"
+        echo "PASS   : $program::$what()"
     else
-        echo "FAIL: $what"
+        echo "FAIL!  : $program::$what()"
         echo "Totals: $passed passed, 1 failed, 0 skipped"
         exit 1
     fi

@@ -39,6 +39,7 @@ $libraries/libTarn.so.16.0.0
 $libraries/plugins/libEmulationManagement.so
 $libraries/plugins/libTarnPlugin.so
 $libraries/tarn/passt
+share/doc/emulationmanagement/CHANGELOG.md
 share/doc/emulationmanagement/LICENSE
 share/doc/emulationmanagement/copyright
 share/doc/emulationmanagement/three.js-LICENSE

@@ -12,8 +12,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools" / "demo"))
+PROJECT = Path(__file__).resolve().parents[2]
+sys.path[:0] = [str(PROJECT / "tools" / "demo"), str(PROJECT / "tests" / "utils")]
 
+import rows  # noqa: E402
 from camera import FIRST_CAMERA, DemoCameras  # noqa: E402
 from desktop import wait_for  # noqa: E402
 
@@ -94,4 +96,4 @@ class CamerasTest(unittest.TestCase):
 
 if __name__ == "__main__":
     BUILD = Path(sys.argv.pop(1)).resolve()
-    unittest.main(verbosity=2)
+    sys.exit(rows.run(unittest.defaultTestLoader.loadTestsFromModule(sys.modules[__name__])))

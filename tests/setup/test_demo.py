@@ -14,8 +14,9 @@ import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(PROJECT / "tools" / "demo"))
+sys.path[:0] = [str(PROJECT / "tools" / "demo"), str(PROJECT / "tests" / "utils")]
 
+import rows  # noqa: E402
 from desktop import wait_for  # noqa: E402
 from session import Session, is_running  # noqa: E402
 
@@ -167,7 +168,4 @@ class OpenTest(DemoTest):
 
 
 if __name__ == "__main__":
-    test = unittest.main(exit=False, verbosity=2).result
-    failed = len(test.failures) + len(test.errors) + len(test.skipped)
-    print(f"Totals: {test.testsRun - failed} passed, {failed} failed, 0 skipped")
-    sys.exit(1 if failed or not test.testsRun else 0)
+    sys.exit(rows.run(unittest.defaultTestLoader.loadTestsFromModule(sys.modules[__name__])))

@@ -5,13 +5,14 @@
 
 usage: kill.py BUILD-DIR IMAGE-DIR [--minutes N] [--seed N]
 
-The emulator is the demo's, with libvirt's QEMU driver inside the IDE, so that a kill hits the driver, too.
+Without a number of minutes each kind of kill happens once. The emulator is the demo's, with libvirt's QEMU driver inside the IDE, so that a kill hits the driver, too.
 """
 
 from __future__ import annotations
 
 import argparse
 import collections
+import itertools
 import os
 import random
 import shutil
@@ -29,6 +30,8 @@ from settingsfile import POSITION, SENSORS, Damage, foreign, foreign_settings, r
 QEMU = "qemu-system-x86_64"
 PASST = ("passt", "passt.avx2")
 BOOT = 300  # seconds, without KVM
+# Seconds within which the rules are being added, the machine is being started, or is there.
+OPENING = (0.01, 0.03, 0.3, 1.5)
 PACKAGES_MISSING = "Necessary packages not found"
 
 
@@ -54,6 +57,7 @@ class Killing:
         self.machines: collections.Counter[str] = collections.Counter()
         self.locks: collections.Counter[str] = collections.Counter()
         self.longest_start = 0.0
+        self._opening = itertools.cycle(OPENING)
         self.settings = session.settings / "QtProject" / "QtCreator.ini"
         self.robot: Robot | None = None
 
@@ -166,7 +170,7 @@ class Killing:
         robot = self.start()
         wait_for("the emulator", lambda: robot.state()["emulator"])
         robot.send("open")
-        self.kill("the view opens", self.random.choice([0.01, 0.03, 0.3, 1.5]))
+        self.kill("the view opens", next(self._opening))
         self.check_settings({sensors}, {position})
         self.states[self.check_definition()] += 1
         self.machine_starts()
@@ -246,23 +250,30 @@ class Killing:
         self.show_view()
 
 
-def run(session: Session, minutes: float, seed: int) -> Killing:
+def kill_each(killing: Killing, times: int, openings: int) -> None:
+    for _ in range(times):
+        killing.values_change()
+        killing.ide_quits()
+        killing.ide_starts()
+    for _ in range(openings):
+        killing.view_opens()
+    killing.start()
+    killing.check_machine()
+    killing.show_view()
+    for _ in range(times):
+        killing.machine_runs()
+    killing.robot.quit()
+    killing.end_machine()
+
+
+def run(session: Session, minutes: float | None, seed: int) -> Killing:
     killing = Killing(session, seed)
+    if minutes is None:
+        kill_each(killing, 1, len(OPENING))
+        return killing
     end = time.monotonic() + minutes * 60
     while True:
-        for _ in range(5):
-            killing.values_change()
-            killing.ide_quits()
-            killing.ide_starts()
-        for _ in range(8):
-            killing.view_opens()
-        killing.start()
-        killing.check_machine()
-        killing.show_view()
-        for _ in range(5):
-            killing.machine_runs()
-        killing.robot.quit()
-        killing.end_machine()
+        kill_each(killing, 5, 2 * len(OPENING))
         if time.monotonic() > end:
             return killing
 
@@ -271,7 +282,7 @@ def main() -> int:
     parser = argparse.ArgumentParser()
     parser.add_argument("build", type=Path)
     parser.add_argument("image", type=Path)
-    parser.add_argument("--minutes", type=float, default=0)
+    parser.add_argument("--minutes", type=float)
     parser.add_argument("--seed", type=int, default=random.randrange(1_000_000))
     arguments = parser.parse_args()
     print(f"kill seed: {arguments.seed}")
