@@ -13,7 +13,7 @@ import signal
 from calls import ServiceCalls
 from desktop import wait_for
 from gps import GpsPage
-from guest import SENSORS
+from guest import GPS, SENSORS
 from story import Story
 from tracks import sentence, write_tracks
 
@@ -57,6 +57,11 @@ class Gps(Story):
             lambda: tuple(name for name in ("Play", "Pause", "Stop") if self.page.is_enabled("button", name)) == enabled,
             30,
         )
+
+    def play_to_a_later_row(self) -> None:
+        self.page.click("button", "Play")
+        wait_for("the guest to come along", lambda: self.guest.gps()["trackIndex"] >= 2, 60)
+        self.assertEqual(self.guest.gps()["trackState"], "playing")
 
     def position(self) -> tuple[float, float, float]:
         state = self.guest.gps()
@@ -149,18 +154,50 @@ class Gps(Story):
         # At its end a track starts from its beginning.
         self.assertEqual(without_jumps(self.calls.take(3)), ["stopTrack", "startTrack"])
 
-    def test_stopping_on_a_later_row_stops_the_page_alone(self) -> None:
+    def test_stopping_on_a_later_row_stops_the_emulator(self) -> None:
+        wait_for("a later row", lambda: self.guest.gps()["trackIndex"] >= 2, 60)
         self.page.click("button", "Stop")
         self.expect_buttons("Play")
-        # The way back to the first row starts the track anew, which the emulator goes on with.
-        calls = self.calls.take_until("stopTrack")
-        self.assertEqual(without_jumps(calls), [])
-        self.assertEqual(self.calls.take(2), [JUMP + "0", "startTrack"])
-        self.expect_state(trackState="playing")
+        self.assertEqual(without_jumps(self.calls.take_until("stopTrack")), [])
+        self.assertEqual(self.calls.take(1), [JUMP + "0"])
+        self.expect_state(trackState="stopped", trackIndex=0)
+
+    def test_a_refused_file_stops_a_playing_track(self) -> None:
+        self.play_to_a_later_row()
+        self.page.open_track(self.session.directory / "broken #1 – плохой.nmea")
+        self.desktop.expect("", "Incorrect NMEA file, line: 2")
+        self.desktop.click(self.desktop.expect("button", "OK"))
+        self.expect_buttons()
+        self.expect_state(trackState="stopped", trackIndex=0)
+        self.assertEqual(without_jumps(self.calls.take(2)), ["startTrack", "stopTrack"])
+
+    def test_a_refused_call_stops_a_playing_track(self) -> None:
+        self.page.open_track(self.tracks / "walk-gga.nmea")
+        self.calls.take(4)
+        self.play_to_a_later_row()
+        self.page.click("button", "Pause")
+        self.expect_buttons("Play", "Stop")
+        self.expect_state(trackState="paused")
+        # Somebody inside plays another track, which has no such row.
+        self.guest.call(GPS, "loadTrack", "[[1.0, 2.0, 3.0, 0.0], [4.0, 5.0, 6.0, 600000.0]]")
+        self.guest.call(GPS, "startTrack")
+        self.expect_state(trackState="playing", trackLength=2)
+        self.page.click("button", "Play")
+        text = wait_for("the error box", self.ide.error_text, 60)
+        self.assertIn("The track of 2 points has no point ", text)
+        self.ide.dismiss_error()
+        self.expect_buttons()
+        self.expect_state(trackState="stopped", trackIndex=0)
+        self.assertEqual(self.page.control("text", "Track file").text, "")
+        calls = without_jumps(self.calls.take(4))
+        self.assertEqual(calls[:2], ["startTrack", "pauseTrack"])
+        # Each refusal is heard twice, and no more of them are answered than came at once.
+        self.assertIn(calls[2:], (["startTrack"] + ["stopTrack"] * 2 * times for times in (1, 2)))
 
     def test_a_paused_track_stops(self) -> None:
-        self.page.click("button", "Play")
-        wait_for("the guest to come along", lambda: self.guest.gps()["trackIndex"] >= 2, 60)
+        self.page.open_track(self.tracks / "walk-gga.nmea")
+        self.calls.take(4)
+        self.play_to_a_later_row()
         self.page.click("button", "Pause")
         self.expect_buttons("Play", "Stop")
         self.page.click("button", "Stop")
@@ -202,12 +239,15 @@ class Gps(Story):
     def test_a_new_invoker_needs_the_track_again(self) -> None:
         self.page.open_track(self.tracks / "sail-gll.nmea")
         self.assertEqual([call.split()[0] for call in self.calls.take(4)][3], "loadTrack")
+        self.play_to_a_later_row()
+        self.calls.start_here()
         self.guest.restart_invoker()
         box = self.ide.box("Emulation management plugin")
         self.ide.answer(box, "OK")
-        wait_for("the setup", lambda: len(self.calls.since_mark()) >= 10, 60)
+        wait_for("the setup", lambda: len(without_jumps(self.calls.since_mark())) >= 10, 60)
         self.ide.activate_view()
         self.expect_buttons()  # the page has given the track up
+        self.expect_state(trackState="stopped")
 
     def test_the_sensors_got_none_of_this(self) -> None:
         calls = ServiceCalls(self.guest, SENSORS).since_mark()

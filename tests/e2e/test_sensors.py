@@ -7,6 +7,7 @@ Each step accounts for every call since the step before: a call too many shows i
 
 from __future__ import annotations
 
+import time
 from pathlib import Path
 
 from desktop import wait_for
@@ -70,6 +71,19 @@ class Sensors(Story):
     def open_view(self) -> None:
         self.ide.choose("Velmo OS", "Emulation Management…")
         self.ide.wait_for_view()
+
+    def change_everything_inside(self) -> None:
+        """The machine goes on running while no IDE does; somebody changes what it has."""
+        for method in ("setAlsValue", "setTapSensorValue", "setProximitySensorValue", "setMagnetometerCalibrationLevel"):
+            self.guest.call_sensors(method, "1")
+        self.guest.call_sensors("setAccelerometerX", "55")
+        self.guest.call_sensors("setMagnetometerX", "0.00001")
+        self.guest.call_sensors("setGyroscopeX", "0.5")
+        self.expect_state(als=1, tap=1, proximity=1, magnetometerCalibrationLevel=1, accelerometerX=55,
+                          magnetometerX=0.00001, gyroscopeX=0.5)  # fmt: skip
+
+    def expect_the_same(self, state: dict[str, object]) -> None:
+        wait_for("what was set", lambda: self.guest.sensors_when(state), 60)
 
     # --- the story ------------------------------------------------------------------------------
 
@@ -230,19 +244,63 @@ class Sensors(Story):
         self.pages.click("button", "Proximity Sensor Far")
         self.expect_calls(FAR)
 
-    def test_power_off_and_on_brings_back_what_was_stored(self) -> None:
+    def test_each_sensor_has_a_value_of_its_own(self) -> None:
+        for field, number, call in (
+            ("Accelerometer Y", "0.345", "setAccelerometerY int32:345"),
+            ("Magnetometer Y", "-7.5", "setMagnetometerY double:-7.5e-06"),
+            ("Magnetometer Calib. level", "2", "setMagnetometerCalibrationLevel int32:2"),
+            ("Gyroscope X", "12.5", "setGyroscopeX double:12.5"),
+        ):
+            self.pages.type_number(field, number)
+            self.desktop.press("Return")
+            self.expect_calls(call)
+        self.pages.choose_entry("Light Sensor Light level", "Dark")
+        self.expect_calls("setAlsValue int32:0")
+        type(self).set_by_hand = self.guest.sensors()
+
+    def test_power_off_and_on_brings_back_what_was_set(self) -> None:
         self.ide.choose_for_emulator("Shut Down")
         wait_for("the emulator to end", lambda: self.session.qemu_pid() is None, 120)
         wait_for("the window to hide", lambda: self.ide.view() is None, 60)
         self.calls.record_begins_anew()
-        # Values are stored when the IDE quits, so these are the ones from before. The channel, which goes on trying, may
-        # have found the invoker before the check of the packages opens it once more.
+        # The channel, which goes on trying, may have found the invoker before the check of the packages opens it once
+        # more.
         self.open_view()
-        once = for_all_sensors("enableSensor") + values(setAlsValue="int32:250", setTapSensorValue="int32:2")
+        once = for_all_sensors("enableSensor") + values(
+            setAccelerometerValues="int32:-100 int32:345 int32:0",
+            setMagnetometerValues="double:4.3e-05 double:-7.5e-06 double:0",
+            setMagnetometerCalibrationLevel="int32:2",
+            setGyroscopeValues="double:12.5 double:0 double:1.14592",
+            setAlsValue="int32:0",
+            setProximitySensorValue="int32:10",
+            setTapSensorValue="int32:6",
+        )
         wait_for("the values", lambda: self.calls.since_mark()[-len(once) :] == once, 60)
         self.pages.click("button", "Proximity Sensor Far")
         self.expect_sets(self.calls.take_until(FAR), once)
-        self.expect_state(als=250, tap=2, accelerometerX=0)
+        self.expect_the_same(self.set_by_hand)
+
+    def test_a_killed_ide_has_lost_nothing(self) -> None:
+        self.pages.type_number("Gyroscope X", "-4.5")
+        self.desktop.press("Return")
+        self.calls.take(1)
+        time.sleep(2)  # what was set longer ago than that is promised to be kept
+        type(self).set_by_hand = self.guest.sensors()
+        self.session.end_ide()
+        self.change_everything_inside()
+        self.start_ide()
+        self.open_view()
+        self.expect_the_same(self.set_by_hand)
+
+    def test_an_ide_that_never_connects_keeps_what_was_set(self) -> None:
+        self.assertEqual(self.ide.quit(), 0)
+        self.change_everything_inside()
+        self.start_ide()
+        self.assertEqual(self.ide.quit(), 0)
+        self.start_ide()
+        self.open_view()
+        self.expect_the_same(self.set_by_hand)
+        self.calls.start_here()
 
     def test_an_error_of_the_service_opens_the_error_box(self) -> None:
         self.pages.choose_device_model("Velmo Weather Station")
@@ -281,11 +339,7 @@ class Sensors(Story):
             "setAlsValue int32:400", "setTapSensorValue int32:6", "setAccelerometerValues int32:-100 int32:0 int32:0"
         )
         self.assertEqual(self.ide.quit(), 0)
-        # The machine goes on running; somebody changes what it has meanwhile.
-        self.guest.call_sensors("setAlsValue", "1")
-        self.guest.call_sensors("setTapSensorValue", "1")
-        self.guest.call_sensors("setAccelerometerX", "55")
-        self.expect_state(als=1, tap=1, accelerometerX=55)
+        self.change_everything_inside()
         self.start_ide()
         self.open_view()
         self.expect_calls(

@@ -62,13 +62,16 @@ class Guest:
     def camera(self) -> dict[str, Any]:
         return self.properties(CAMERA)
 
-    def call_sensors(self, method: str, *arguments: str) -> None:
-        """Calls the sensor service from inside, past the invoker."""
-        path = "/" + SENSORS.replace(".", "/")
+    def call(self, service: str, method: str, *arguments: str) -> None:
+        """Calls a service from inside, past the invoker."""
+        path = "/" + service.replace(".", "/")
         self.run(
-            "gdbus", "call", "--system", "--dest", SENSORS, "--object-path", path,
-            "--method", f"{SENSORS}.{method}", *arguments,
+            "gdbus", "call", "--system", "--dest", service, "--object-path", path,
+            "--method", f"{service}.{method}", *arguments,
         )  # fmt: skip
+
+    def call_sensors(self, method: str, *arguments: str) -> None:
+        self.call(SENSORS, method, *arguments)
 
     def sensors_when(self, wanted: dict[str, Any]) -> dict[str, Any] | None:
         """The sensors' state once it holds what is wanted, None before."""
