@@ -1041,6 +1041,7 @@ ViewTestCase {
         const cells = findChild(object("trackTable"), "tableView");
         for (let row = 1; row < 40; ++row) {
             next();
+            verify(waitForRendering(cells));
             compare(object("trackTable").currentRow, row);
             const cell = cells.itemAtCell(0, row);
             verify(cell, "row %1".arg(row));
