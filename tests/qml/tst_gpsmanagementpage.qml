@@ -15,20 +15,8 @@ ViewTestCase {
     // The three points of threePoints().
     readonly property list<string> uploadedPoints: ["59.9386300,30.3141300,12.50,0", "59.9386400,30.3141400,0.00,3.6e+06", "-33.8688000,-151.2093000,999.99,3.6e+06"]
 
-    function cleanup() {
+    function cleanupPage() {
         invoker.clearAnswers();
-        for (const name of ["errorDialog", "messageDialog"])
-            compare(object(name).visible, false);
-    }
-
-    // A box that must be there.
-    function closeBox(name: string) {
-        tryCompare(object(name), "visible", true, 60000);
-        object(name).close();
-        tryCompare(object(name), "visible", false);
-        messageBoxes.takeSeen();
-        root.Window.window.requestActivate();
-        tryVerify(() => root.Window.active);
     }
 
     name: "GpsManagementPage"
