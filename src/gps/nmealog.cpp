@@ -47,6 +47,14 @@ bool isTime(QStringView field)
         && areDigits(field.sliced(7));
 }
 
+// \d{6}(\.\d+)?
+bool isTimeOfPosition(QStringView field)
+{
+    if (field.size() == 6)
+        return areDigits(field);
+    return field.size() > 7 && field.at(6) == u'.' && areDigits(field.first(6)) && areDigits(field.sliced(7));
+}
+
 // \d+\.\d+
 bool isDecimal(QStringView field)
 {
@@ -302,7 +310,7 @@ pointTime(const Sentence &sentence, const Fields &fields, std::optional<double> 
     if (sentence.time == 0)
         return {};
     const QStringView time = fields.at(sentence.time);
-    if (time.size() < 6 || !areDigits(time.first(6)))
+    if (!isTimeOfPosition(time)) // GLL, whose pattern has anything there
         return {};
     const QStringView date = sentence.date > 0 ? fields.at(sentence.date) : QStringView();
     return clock.parseDateFromNmea(date, time, previousTime);

@@ -13,6 +13,7 @@ TestCase {
     readonly property Component viewComponent: Component {
         EmulationManagementView {}
     }
+    property bool boxesChecked: true
 
     // The frame of one call into the emulator's sensor service.
     function frame(method: string, callArguments: string): string {
@@ -82,6 +83,15 @@ TestCase {
         tryCompare(root.Window, "active", true);
     }
 
+    // One of the view's own boxes, which must be there.
+    function closeBox(name: string) {
+        tryCompare(object(name), "visible", true, 60000);
+        object(name).close();
+        tryCompare(object(name), "visible", false);
+        root.Window.window.requestActivate();
+        tryVerify(() => root.Window.active);
+    }
+
     // In place of the one before, where there is one.
     function createView() {
         if (view)
@@ -97,7 +107,13 @@ TestCase {
         host.takeFrames();
     }
 
+    // What a page has to do after each of its tests.
+    function cleanupPage() {
+    }
+
     function init() {
+        verify(boxesChecked, "cleanup() is not for pages, which have cleanupPage()");
+        boxesChecked = false;
         // All but what the offscreen platform says of every native dialog.
         failOnWarning(/^(?!This plugin does not support propagateSizeHints\(\)$)/);
         host.theme = "flat-light";
@@ -108,8 +124,12 @@ TestCase {
     }
 
     function cleanup() {
+        boxesChecked = true;
+        cleanupPage();
         compare(messageBoxes.takeSeen(), []);
         compare(messageBoxes.unanswered(), 0);
+        for (const name of ["errorDialog", "messageDialog"])
+            compare(object(name).visible, false, name);
     }
 
     visible: true

@@ -15,15 +15,12 @@ ViewTestCase {
     readonly property string small: "video/x-raw,format=I420,width=320,height=240,framerate={(fraction)15/1,(fraction)5/1}"
     readonly property string unknownCodec: "Could not determine the video codec of the video file. Supported codecs: VP8 and VP9."
 
-    function cleanup() {
+    function cleanupPage() {
         cameraEmulationManager.stopVideoStream();
         cameraEmulationManager.stopCameraStream();
         streams.stopReceiving();
-        for (const name of ["errorDialog", "cameraManagementPage/fileDialog"]) {
-            object(name).close();
-            tryCompare(object(name), "visible", false);
-        }
-        messageBoxes.takeSeen();
+        control("fileDialog").close();
+        tryCompare(control("fileDialog"), "visible", false);
     }
 
     name: "CameraManagementPage"
@@ -124,6 +121,7 @@ ViewTestCase {
     function compareError(text: string) {
         tryCompare(object("errorDialog"), "visible", true);
         compare(object("errorDialog").text, text);
+        closeBox("errorDialog");
     }
 
     // --- Without a camera -------------------------------------------------------------------------------------------
@@ -553,6 +551,7 @@ ViewTestCase {
         const text = object("errorDialog").text;
         verify(data.text ? data.text.test(text) : text === unknownCodec, text);
         compare(object("errorDialog").title, "Error");
+        closeBox("errorDialog");
         compare(streams.take(), []);
         compare(streamRunningSpy.count, 0);
         compare(state(), "videoFile | play | videoFile");
@@ -597,8 +596,6 @@ ViewTestCase {
         showPage([]);
         page.openFile(files.write("text.webm", "no video"));
         compareError(unknownCodec);
-        object("errorDialog").close();
-        tryCompare(object("errorDialog"), "visible", false);
         openFile(files.writeVideo("green.webm", "lime"));
         compare(state(), "videoFile | stop | videoFile");
         compare(object("errorDialog").visible, false);

@@ -64,6 +64,12 @@ void RecordingInvoker::setAnswer(const QString &frame, const QString &reply)
     m_answers.insert(frame, reply);
 }
 
+void RecordingInvoker::clearAnswers()
+{
+    m_answers.clear();
+    m_answerToAll.reset();
+}
+
 void RecordingInvoker::accept()
 {
     while (QWebSocket *client = m_server.nextPendingConnection()) {
@@ -87,6 +93,8 @@ void RecordingInvoker::receive(QWebSocket *client, const QString &frame)
     const auto answer = m_answers.constFind(frame);
     if (answer != m_answers.constEnd())
         client->sendTextMessage(*answer);
+    else if (m_answerToAll)
+        client->sendTextMessage(*m_answerToAll);
     Q_EMIT frameReceived(frame);
 }
 

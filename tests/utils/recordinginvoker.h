@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QWebSocketServer>
 
+#include <optional>
+
 class QWebSocket;
 
 namespace TestUtils {
@@ -45,7 +47,9 @@ public:
 
     /// Answers a frame with a text: those rules that are set, nothing else.
     Q_INVOKABLE void setAnswer(const QString &frame, const QString &reply);
-    Q_INVOKABLE void clearAnswers() { m_answers.clear(); }
+    /// Answers every other frame, too.
+    Q_INVOKABLE void setAnswerToAll(const QString &reply) { m_answerToAll = reply; }
+    Q_INVOKABLE void clearAnswers();
 
 Q_SIGNALS:
     void frameReceived(const QString &frame);
@@ -58,6 +62,7 @@ private:
     QList<QWebSocket *> m_clients;
     QStringList m_frames;
     QHash<QString, QString> m_answers;
+    std::optional<QString> m_answerToAll;
     int m_binaryFrames = 0;
     int m_connections = 0;
 };

@@ -37,8 +37,12 @@ ManagementPage {
     property bool trackStopped: true
     property string nmeaFileUrl: ""
 
+    // The slider was grabbed while the track played, which goes on when it is let go.
     property bool playsOnAfterSeeking: false
+    // Until this turn of the event loop is over.
+    property bool givesTrackUp: false
 
+    readonly property bool playing: trackTimer.running || playsOnAfterSeeking
     readonly property bool hasTrack: trackTableModel.rowCount > 0
     readonly property int lastRow: trackTableModel.rowCount - 1
 
@@ -80,6 +84,7 @@ ManagementPage {
     }
 
     function showTrack(points: var) {
+        playsOnAfterSeeking = false; // without rows, the slider lets go
         loadTableRows(points);
         loadTrackPoints(points);
         // Asked of the table's rows, which have the columns' titles for fields and no "time" among them: so the answer
@@ -98,6 +103,8 @@ ManagementPage {
     }
 
     function showError(message: string, line: int) {
+        if (playing)
+            stopTrack();
         clearTrack();
         errorBox.text = line > 0 ? qsTr("%1, line: %2").arg(message).arg(line) : message;
         errorBox.open();
@@ -115,7 +122,7 @@ ManagementPage {
 
     function clearTrack() {
         stopTrackTimer();
-        playsOnAfterSeeking = false; // the slider lets go when it is switched off
+        playsOnAfterSeeking = false;
         trackTableModel.clear();
     }
 
@@ -136,6 +143,7 @@ ManagementPage {
         const longest = 2147483647;
         trackTimer.interval = wait >= 1 ? Math.min(Math.trunc(wait), longest) : 1;
         trackTimer.restart();
+        trackStopped = false; // whoever has started it: the last row may have been passed on the way
     }
 
     function stopTrackTimer() {
@@ -169,10 +177,17 @@ ManagementPage {
         stopTrackTimer();
     }
 
-    // While it plays on a later point, the step back to the first starts it again for a moment.
+    // The timer first: while it runs, the step back to the first row would start the track again.
     function stopTrack() {
+        stopPlaying();
         manager.stopTrack();
+    }
+
+    // Here alone.
+    function stopPlaying() {
         stopTrackTimer();
+        playsOnAfterSeeking = false;
+        trackStopped = true;
     }
 
     // --- The current point ------------------------------------------------------------------------------------------
@@ -192,11 +207,12 @@ ManagementPage {
     }
 
     function handleIndexChanged() {
-        if (!hasTrack)
-            return;
-        selectRow(manager.currentPositionIndex);
-        setCurrentTrackPointAsCurrentCoordinate();
-        if (manager.currentPositionIndex >= lastRow && !manager.trackLooped)
+        if (hasTrack) {
+            selectRow(manager.currentPositionIndex);
+            setCurrentTrackPointAsCurrentCoordinate();
+        }
+        // A track whose loop was switched off on its last row still goes back to the first.
+        if (manager.currentPositionIndex >= lastRow && !manager.trackLooped && !trackTimer.running)
             trackStopped = true;
     }
 
@@ -212,15 +228,21 @@ ManagementPage {
         }
     }
 
-    // Whatever call it answers. Without a track there is nothing to give up, and the stop that a broken service refuses
-    // must not lead to the next one.
+    // Whatever call it answers. Each reply is heard as often as the manager is bound, and each hearing stops the track.
+    // Later replies find nothing to give up: the stop that a broken service refuses must not lead to the next one.
     function handleReply(reply: string) {
-        if (reply === "OK" || (!hasTrack && nmeaFileUrl === ""))
+        if (reply === "OK" || !(hasTrack || nmeaFileUrl !== "" || givesTrackUp))
             return;
+        givesTrackUp = true;
+        Qt.callLater(endGivingTrackUp);
         loading.cancel();
         stopTrack();
         nmeaFileUrl = "";
         clearTrack();
+    }
+
+    function endGivingTrackUp() {
+        givesTrackUp = false;
     }
 
     // --- Numbers ----------------------------------------------------------------------------------------------------
@@ -246,6 +268,11 @@ ManagementPage {
 
         function onCurrentPositionIndexChanged() {
             root.handleIndexChanged();
+        }
+
+        // The manager, which hears of it after all handlers in QML, stops the emulator's player.
+        function onEmulatorConnected() {
+            root.stopPlaying();
         }
 
         function onReplyFromEmulatorReceived(reply: string) {
@@ -413,8 +440,10 @@ ManagementPage {
                                 root.stopTrackTimer();
                             }
                             onReleased: {
-                                if (root.playsOnAfterSeeking)
+                                if (root.playsOnAfterSeeking) {
+                                    root.playsOnAfterSeeking = false;
                                     root.startTrack();
+                                }
                             }
                         }
 
@@ -430,10 +459,7 @@ ManagementPage {
                                 root.startTrack();
                             }
                             onPauseRequested: root.pauseTrack()
-                            onStopRequested: {
-                                root.trackStopped = true;
-                                root.stopTrack();
-                            }
+                            onStopRequested: root.stopTrack()
                         }
                     }
                 }

@@ -127,6 +127,7 @@ FocusScope {
             bottom: parent.bottom
         }
         clip: true
+        animate: false // rows come faster than a row glides into sight
         boundsBehavior: Flickable.StopAtBounds
         columnSpacing: 1
         rowSpacing: 1

@@ -37,7 +37,7 @@ TestCase {
         case 0:
             return digits() + digits() + digits();
         case 1:
-            return digits() + digits() + digits() + "." + digits() + RandomLogs.oneOf(random, ["", "5", "9999", "x"]);
+            return digits() + digits() + digits() + "." + digits() + RandomLogs.oneOf(random, ["", "5", "9999", "x", "*31"]);
         case 2:
             return RandomLogs.timeOfDay(random(4 * 3600) * 1000); // where the clocks change
         default:

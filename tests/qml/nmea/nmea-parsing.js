@@ -99,9 +99,9 @@ function loadNmeaLog(text, now) {
     return points;
 }
 
-// Null for sentences without a time, and where the time's field is empty.
+// Null for sentences without a time, and where the time's field is anything else.
 function pointTime(sentence, fields, previousTime, now) {
-    if (sentence.time === undefined || !/^\d{6}/.test(fields[sentence.time] ?? ""))
+    if (sentence.time === undefined || !/^\d{6}(\.\d+)?$/.test(fields[sentence.time] ?? ""))
         return null;
     const date = sentence.date === undefined ? null : fields[sentence.date];
     return parseDateFromNmea(date, fields[sentence.time], previousTime, now);
