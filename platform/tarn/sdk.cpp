@@ -38,7 +38,10 @@ QSet<QString> installedDeviceModels(const QString &folder)
     if (folder.isEmpty())
         return names;
     for (const QFileInfo &file : QDir(folder).entryInfoList({u"*.ini"_s}, QDir::Files)) {
-        const QString name = QSettings(file.filePath(), QSettings::IniFormat).value("device-name").toString();
+        const QVariant value = QSettings(file.filePath(), QSettings::IniFormat).value("device-name");
+        // QSettings makes a list of a text with commas.
+        const QString name =
+            value.typeId() == QMetaType::QStringList ? value.toStringList().join(", "_L1) : value.toString();
         if (!name.isEmpty())
             names.insert(name);
     }

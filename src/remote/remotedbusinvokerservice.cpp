@@ -5,16 +5,24 @@
 
 #include "remote/remotelog.h"
 
+#include <QNetworkProxy>
 #include <QPointer>
 #include <QStringBuilder>
 #include <QUrl>
 #include <QWebSocket>
 
+#include <chrono>
+#include <utility>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace EmulationManagement::Internal {
 
 namespace {
+
+// Nobody listens who could miss these milliseconds; without them, attempts take a whole core while the emulator is off.
+constexpr auto retryPause = 20ms;
 
 // The fields are filled in one after another, so a placeholder in one of them takes a later one.
 QString requestFrame(
@@ -37,6 +45,9 @@ QString requestFrame(
 RemoteDBusInvokerService::RemoteDBusInvokerService(QObject *parent)
     : QObject(parent)
 {
+    m_retryTimer.setSingleShot(true);
+    m_retryTimer.setInterval(retryPause);
+    connect(&m_retryTimer, &QTimer::timeout, this, &RemoteDBusInvokerService::connectToEmulator);
 }
 
 RemoteDBusInvokerService::~RemoteDBusInvokerService()
@@ -52,8 +63,12 @@ void RemoteDBusInvokerService::replaceWebSocket()
         m_webSocket->disconnect(this);
         m_webSocket.release()->deleteLater();
     }
+    m_connected = false;
+    m_retryTimer.stop();
     m_webSocket = std::make_unique<QWebSocket>(QString(), QWebSocketProtocol::Version13);
-    connect(m_webSocket.get(), &QWebSocket::connected, this, &RemoteDBusInvokerService::webSocketConnected);
+    m_webSocket->setProxy(
+        QNetworkProxy::NoProxy); // the port is this machine's; to look for a proxy costs more than to try
+    connect(m_webSocket.get(), &QWebSocket::connected, this, &RemoteDBusInvokerService::handleConnected);
     connect(m_webSocket.get(), &QWebSocket::disconnected, this, &RemoteDBusInvokerService::handleDisconnected);
     connect(m_webSocket.get(), &QWebSocket::textMessageReceived, this, &RemoteDBusInvokerService::replyReceived);
 }
@@ -66,6 +81,12 @@ void RemoteDBusInvokerService::connectToEmulator()
     m_webSocket->open(url);
 }
 
+void RemoteDBusInvokerService::handleConnected()
+{
+    m_connected = true;
+    Q_EMIT webSocketConnected();
+}
+
 // A failed attempt is reported as a disconnection too, so this tries until the emulator is there.
 void RemoteDBusInvokerService::handleDisconnected()
 {
@@ -73,11 +94,16 @@ void RemoteDBusInvokerService::handleDisconnected()
     // reporting has to outlive that.
     QWebSocket *reporting = m_webSocket.release();
     reporting->disconnect(this);
+    const bool wasConnected = std::exchange(m_connected, false);
     const QPointer<RemoteDBusInvokerService> self = this;
     Q_EMIT webSocketDisconnected();
     reporting->deleteLater();
-    if (self && !m_webSocket)
+    if (!self || m_webSocket)
+        return;
+    if (wasConnected)
         connectToEmulator();
+    else
+        m_retryTimer.start();
 }
 
 void RemoteDBusInvokerService::callDBusMethod(

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 
@@ -17,7 +18,8 @@ namespace EmulationManagement::Internal {
 // The one channel to the invoker inside the emulator, which performs D-Bus calls there.
 //
 // One text frame per request and one per reply. Nothing is queued: a request made while the socket is not open is lost.
-// Replies are not matched with requests. Once connected (or once asked to), the channel reconnects for ever.
+// Replies are not matched with requests. Once asked to connect, the channel does so for ever: at once after a
+// connection that was lost, and with a pause after an attempt that failed.
 class RemoteDBusInvokerService : public QObject
 {
     Q_OBJECT
@@ -49,11 +51,14 @@ Q_SIGNALS:
 
 private:
     void replaceWebSocket();
+    void handleConnected();
     void handleDisconnected();
 
     // One for each connection: used again, it would end the next one over a frame that the one before left unfinished.
     // Not made earlier, as it loads the TLS library, which the start of the IDE need not wait for.
     std::unique_ptr<QWebSocket> m_webSocket;
+    bool m_connected = false;
+    QTimer m_retryTimer;
 };
 
 } // namespace EmulationManagement::Internal

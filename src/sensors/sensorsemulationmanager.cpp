@@ -9,15 +9,20 @@
 
 #include <QLoggingCategory>
 
+#include <chrono>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace EmulationManagement::Internal {
 
 namespace {
 
 Q_LOGGING_CATEGORY(sensorsLog, "emulationmanagement.sensors", QtWarningMsg)
+
+// The steps of a slider in this time are stored together. A second after the last one they are in the file.
+constexpr auto storePause = 800ms;
 
 constexpr int nearReflectance = 0;
 constexpr int farReflectance = 10;
@@ -53,12 +58,14 @@ SensorsEmulationManager::SensorsEmulationManager(QObject *parent)
         m_sensors.insert(sensor->name(), sensor);
     }
     initSensorsAvailability();
+    storeOnChanges();
     connect(this, &EmulationManager::emulatorConnected, this, &SensorsEmulationManager::setupSensors);
 }
 
 SensorsEmulationManager::~SensorsEmulationManager()
 {
-    saveCurrentSensorsValues();
+    if (m_wasConnected || !m_settings.hasSensorsValues())
+        saveCurrentSensorsValues();
 }
 
 QString SensorsEmulationManager::bus() const
@@ -389,30 +396,45 @@ void SensorsEmulationManager::makeAllSensorsAvailable()
 
 void SensorsEmulationManager::setupSensors()
 {
-    if (!m_statesQueried) {
+    if (!m_wasConnected) {
         const QStringList sensorNames = m_sensorsEnabledStates.keys();
         for (const QString &sensorName : sensorNames)
             checkSensorState(sensorName);
-        m_statesQueried = true;
+        m_wasConnected = true;
     } else {
+        saveCurrentSensorsValues();
         const QVariantMap availability = m_sensorsAvailability;
         for (const auto &[sensorName, available] : availability.asKeyValueRange())
             setSensorAvailable(sensorName, available.toBool());
     }
-
-    setAccelerometerValues(
-        m_settings.readAccelerometerX(), m_settings.readAccelerometerY(), m_settings.readAccelerometerZ());
-    setMagnetometerValues(
-        m_settings.readMagnetometerX(), m_settings.readMagnetometerY(), m_settings.readMagnetometerZ());
-    setMagneticFieldValues(
-        m_settings.readMagneticFieldX(), m_settings.readMagneticFieldY(), m_settings.readMagneticFieldZ());
-    setMagnetometerCalibrationLevel(m_settings.readMagnetometerCalibLevel());
-    setGyroscopeValues(m_settings.readGyroscopeX(), m_settings.readGyroscopeY(), m_settings.readGyroscopeZ());
-    setAlsLuxValue(m_settings.readAlsLuxValue());
-    setProximitySensorReflectanceValue(m_settings.readProximitySensorReflectanceValue());
-    setTapSensorValue(static_cast<TapModel::TapDirection>(m_settings.readTapSensorValue()));
-
+    restoreSensorsValues();
     Q_EMIT sensorsInitialized();
+}
+
+void SensorsEmulationManager::storeOnChanges()
+{
+    m_storeTimer.setSingleShot(true);
+    m_storeTimer.setInterval(storePause);
+    connect(&m_storeTimer, &QTimer::timeout, this, [this] {
+        saveCurrentSensorsValues();
+        m_settings.sync();
+    });
+
+    const auto storeSoon = [this] {
+        if (m_wasConnected && !m_storeTimer.isActive()) // not started anew: changes may follow each other for long
+            m_storeTimer.start();
+    };
+    const auto watch = [this, storeSoon](const auto *model, auto... changes) {
+        (connect(model, changes, this, storeSoon), ...);
+    };
+    watch(m_accelerometer, &IntXYZModel::xChanged, &IntXYZModel::yChanged, &IntXYZModel::zChanged);
+    for (const DoubleXYZModel *model :
+         std::initializer_list<DoubleXYZModel *>{m_gyroscope, m_magneticField, m_magnetometer})
+        watch(model, &DoubleXYZModel::xChanged, &DoubleXYZModel::yChanged, &DoubleXYZModel::zChanged);
+    watch(m_magnetometer, &MagnetometerModel::calibrationLevelChanged);
+    watch(m_als, &AlsModel::luxChanged);
+    watch(m_proximity, &ProximityModel::reflectanceChanged);
+    watch(m_tap, &TapModel::tapDirectionChanged);
 }
 
 void SensorsEmulationManager::saveCurrentSensorsValues()
@@ -425,6 +447,21 @@ void SensorsEmulationManager::saveCurrentSensorsValues()
     m_settings.saveMagnetometerCalibLevel(m_magnetometer->calibrationLevel());
     m_settings.saveProximitySensorReflectanceValue(m_proximity->reflectance());
     m_settings.saveTapSensorValue(m_tap->tapDirection());
+}
+
+void SensorsEmulationManager::restoreSensorsValues()
+{
+    setAccelerometerValues(
+        m_settings.readAccelerometerX(), m_settings.readAccelerometerY(), m_settings.readAccelerometerZ());
+    setMagnetometerValues(
+        m_settings.readMagnetometerX(), m_settings.readMagnetometerY(), m_settings.readMagnetometerZ());
+    setMagneticFieldValues(
+        m_settings.readMagneticFieldX(), m_settings.readMagneticFieldY(), m_settings.readMagneticFieldZ());
+    setMagnetometerCalibrationLevel(m_settings.readMagnetometerCalibLevel());
+    setGyroscopeValues(m_settings.readGyroscopeX(), m_settings.readGyroscopeY(), m_settings.readGyroscopeZ());
+    setAlsLuxValue(m_settings.readAlsLuxValue());
+    setProximitySensorReflectanceValue(m_settings.readProximitySensorReflectanceValue());
+    setTapSensorValue(static_cast<TapModel::TapDirection>(m_settings.readTapSensorValue()));
 }
 
 void SensorsEmulationManager::initSensorsAvailability()

@@ -16,6 +16,7 @@
 #include "sensors/tapmodel.h"
 
 #include <QHash>
+#include <QTimer>
 #include <QVariantMap>
 
 namespace EmulationManagement::Internal {
@@ -23,7 +24,9 @@ namespace EmulationManagement::Internal {
 // Drives the emulated sensors: each setter sends the value to the service in the emulator, then shows it in the model,
 // then updates what is derived from it. Nothing waits for a reply and nothing is clamped; the pages keep to the ranges.
 //
-// The values are restored from the settings on each connection and saved when the manager is destroyed.
+// The values are restored from the settings on each connection. From the first one on they are stored whenever they
+// have changed, so that a later one brings back those in force. A manager that was never connected has no values of the
+// user's: it leaves what is stored as it is.
 class SensorsEmulationManager : public EmulationManager
 {
     Q_OBJECT
@@ -110,7 +113,8 @@ public:
     void setSensorAvailable(const QString &sensorName, bool available);
     void makeAllSensorsAvailable();
 
-    // Runs on each connection: the first one asks for the sensors' states, later ones switch them as they were.
+    // Runs on each connection: the first one asks for the sensors' states, later ones switch those on that the emulated
+    // device has.
     void setupSensors();
 
 Q_SIGNALS:
@@ -119,7 +123,9 @@ Q_SIGNALS:
     void sensorsAvailabilityChanged();
 
 private:
+    void storeOnChanges();
     void saveCurrentSensorsValues();
+    void restoreSensorsValues();
     void initSensorsAvailability();
     void checkSensorState(const QString &sensorName);
 
@@ -139,7 +145,8 @@ private:
     QHash<QString, SensorModel *> m_sensors; // those that the service knows
     SettingsManager m_settings;
     QVariantMap m_sensorsAvailability;
-    bool m_statesQueried = false;
+    bool m_wasConnected = false;
+    QTimer m_storeTimer; // runs while a change is not stored yet
 };
 
 } // namespace EmulationManagement::Internal

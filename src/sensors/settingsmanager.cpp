@@ -15,6 +15,10 @@
 #include <utils/qtcsettings.h>
 #include <utils/storekey.h>
 
+#include <QStringList>
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace EmulationManagement::Internal {
@@ -36,12 +40,42 @@ SettingsManager::SettingsManager(QObject *parent)
 
 void SettingsManager::setValue(const QString &key, const QVariant &value)
 {
-    m_settings->setValue(fullKey(key), value);
+    // The file is the whole IDE's and is written anew for any change, so not for what is no change.
+    if (m_settings->value(fullKey(key)) != value)
+        m_settings->setValue(fullKey(key), value);
 }
 
 QVariant SettingsManager::value(const QString &key, const QVariant &defaultValue) const
 {
     return m_settings->value(fullKey(key), defaultValue);
+}
+
+bool SettingsManager::hasSensorsValues() const
+{
+    const QStringList sensorsKeys{
+        accelerometerXKey,
+        accelerometerYKey,
+        accelerometerZKey,
+        alsLuxValueKey,
+        gyroscopeXKey,
+        gyroscopeYKey,
+        gyroscopeZKey,
+        magneticFieldXKey,
+        magneticFieldYKey,
+        magneticFieldZKey,
+        magnetometerXKey,
+        magnetometerYKey,
+        magnetometerZKey,
+        magnetometerCalibLevelKey,
+        proximitySensorReflectanceValueKey,
+        tapSensorValueKey,
+    };
+    return std::ranges::any_of(sensorsKeys, [this](const QString &key) { return m_settings->contains(fullKey(key)); });
+}
+
+void SettingsManager::sync()
+{
+    m_settings->sync();
 }
 
 void SettingsManager::saveDouble(const QString &key, double value)

@@ -60,6 +60,11 @@ public:
     void setValue(const QString &key, const QVariant &value);
     QVariant value(const QString &key, const QVariant &defaultValue) const;
 
+    // Whether any value of a sensor was ever saved.
+    bool hasSensorsValues() const;
+    // Waits until everything saved is in the file, where it outlives an IDE that is killed.
+    void sync();
+
     Q_INVOKABLE void save3DModelRotationValues(double x, double y, double z);
     Q_INVOKABLE void save3DModelPositionValues(double x, double y, double z);
     Q_INVOKABLE void saveDoNotShowAgainResetSensorsDialog(bool doNotShowAgain);

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // What the channel adds to the bare socket that it sends through: the same frames, in turns, to the same kind of
-// server.
+// server. And what it costs while there is no server, as when the emulator is off.
 
+#include "cputime.h"
 #include "quantiles.h"
 
 #include "remote/remotedbusinvokerservice.h"
@@ -64,6 +65,15 @@ bool measure(RecordingInvoker &invoker, const std::function<void()> &send, const
     return complete && invoker.takeFrames() == QStringList(framesPerRound, frame);
 }
 
+/// Percent of a core. The test's network has nobody on the port.
+double costOfWaiting(std::chrono::seconds time)
+{
+    RemoteDBusInvokerService channel;
+    channel.connectToEmulator();
+    handleEvents(500ms); // which loads what a socket needs
+    return restingTime(time) / 10;
+}
+
 int fail(const char *text)
 {
     std::fprintf(stderr, "bench_channel: %s\n", text);
@@ -75,7 +85,9 @@ int fail(const char *text)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    const int rounds = qEnvironmentVariableIntValue("EMULATIONMANAGEMENT_LONG_RUN") ? 400 : 10;
+    const bool longRun = qEnvironmentVariableIntValue("EMULATIONMANAGEMENT_LONG_RUN") != 0;
+    const int rounds = longRun ? 400 : 10;
+    const double waiting = costOfWaiting(longRun ? 20s : 1s);
 
     const QString bus = u"system"_s;
     const QString service = u"ru.kelo.SensorfwEmulationManagement"_s;
@@ -111,6 +123,7 @@ int main(int argc, char *argv[])
     std::printf(
         "channel call to the other end / bare send to the other end: %.2f (aim at most 1.3)\n",
         median(channelTimes.wire) / median(bareTimes.wire));
+    std::printf("channel with nobody on the port: %.2f %% of a core (aim at most 1)\n", waiting);
     std::printf("channel call: %.2f us (no aim)\n", median(channelTimes.call) / framesPerRound / 1000);
     return EXIT_SUCCESS;
 }

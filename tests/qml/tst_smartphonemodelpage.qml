@@ -59,6 +59,13 @@ ViewTestCase {
     }
 
     SignalSpy {
+        id: initializedSpy
+
+        target: root.view ? sensorsEmulationManager : null
+        signalName: "sensorsInitialized"
+    }
+
+    SignalSpy {
         id: timerSpy
 
         signalName: "triggered"
@@ -137,7 +144,11 @@ ViewTestCase {
 
     // A rotated phone that keeps still, in openPage()'s field.
     function poseFrames(): list<string> {
-        const [x, y, z] = rotation();
+        return poseFramesOf(rotation());
+    }
+
+    function poseFramesOf(rotation: var): list<string> {
+        const [x, y, z] = rotation;
         const pose = {
             x,
             y,
@@ -354,6 +365,105 @@ ViewTestCase {
         tryVerify(() => clockSpy.count >= 5);
         clock.stop();
         compareFrames([]);
+    }
+
+    function test_aHiddenWindowRestsOnceThePhoneIsSaidToStand_data() {
+        const standing = gyroscopeFrame([0, 0, 0]);
+        const upright = accelerometerFrame([0, 1000, 0]);
+        return [
+            {
+                tag: "turned",
+                change: page => findChild(page, "zRotSlider").value = 9,
+                frames: [gyroscopeFrame([0, 0, 90]), standing],
+                rest: [standing]
+            },
+            {
+                tag: "left as it was",
+                change: () => {},
+                frames: [standing],
+                rest: [standing]
+            },
+            {
+                tag: "with a gyroscope that is off",
+                change: page => {
+                    sensorsEmulationManager.setSensorEnabled("gyroscope", false);
+                    findChild(page, "zRotSlider").value = 9;
+                },
+                frames: [],
+                rest: []
+            },
+            {
+                tag: "moved",
+                change: page => {
+                    findChild(page, "moveRadioButton").toggle();
+                    findChild(page, "xMoveSlider").value = 0.01;
+                },
+                frames: [accelerometerFrame([12, 1000, 0]), accelerometerFrame([-12, 1000, 0]), upright],
+                rest: [upright]
+            },
+            {
+                tag: "left where it was",
+                change: page => findChild(page, "moveRadioButton").toggle(),
+                frames: [upright],
+                rest: [upright]
+            }
+        ];
+    }
+
+    // With the real clock.
+    function test_aHiddenWindowRestsOnceThePhoneIsSaidToStand(data) {
+        const window = createTemporaryObject(hiddenWindowComponent, root);
+        window.visible = true;
+        tryVerify(() => findChild(window.page, "zMoveSlider"));
+        const timer = findChild(window.page, "timer");
+        window.page.active = true;
+        compare(timer.running, true);
+        timerSpy.target = timer;
+        timerSpy.clear();
+        tryVerify(() => timerSpy.count >= 3); // also when it stands the clock goes on for as long as the window shows
+        compare(timer.running, true);
+        host.takeFrames();
+        data.change(window.page);
+        window.visible = false;
+        compare(timer.running, true);
+        tryCompare(timer, "running", false);
+        compareFrames(data.frames);
+
+        window.visible = true;
+        compare(timer.running, true);
+        window.visible = false;
+        compare(timer.running, true);
+        tryCompare(timer, "running", false);
+        compareFrames(data.rest);
+
+        window.visible = true;
+        window.page.active = false;
+        compare(timer.running, false);
+        closeOtherWindow(window);
+    }
+
+    // Turned and moved before the connection is lost, and while it is away.
+    function test_thePageAndTheEmulatorAgreeAfterAReconnection() {
+        initializedSpy.clear();
+        host.reconnect(); // the channel is older than the managers, which have not seen a connection yet
+        tryCompare(initializedSpy, "count", 1);
+        openPage();
+        setRotation([10, 20, 30]);
+        press("orientationButton1");
+        control("yRotSlider").value = 9;
+        tick();
+        host.takeFrames();
+        host.reconnect();
+        tryCompare(initializedSpy, "count", 2);
+        const [pose, field] = poseFramesOf([0, 0, -90]);
+        const rate = gyroscopeFrame([page.gyroXValue, page.gyroYValue, page.gyroZValue]);
+        const frames = host.takeFrames().filter(frame => frame.includes(" ru.kelo.Sensorfw"));
+        compare(frames.length, 15);
+        compare([frames[8], frames[9], frames[11]], [pose, field, rate]);
+        verify(rate !== gyroscopeFrame([0, 0, 0]));
+        tick();
+        tick();
+        compareFrames([gyroscopeFrame([0, 0, 0]), gyroscopeFrame([0, 0, 0])]);
     }
 
     function test_tenTicks_data() {

@@ -5,7 +5,8 @@
 //
 // What "equal" means here. The emulator's services live on while the channel is away; the plugin is told nothing of
 // what was lost, so it cannot know what they hold. On each connection it therefore sets all of it anew:
-//  - the sensors' values go back to those stored, on both sides: they are stored when the IDE ends, not before;
+//  - the sensors' values are the last ones that the user set, whether the connection was there then or not; before the
+//  first connection they are those of the session before;
 //  - each sensor is on if the device model has it, whatever the user had switched;
 //  - the position is the last one set by hand, and the player's loop, speed and interval mode are the user's last;
 //  - the player is stopped at its first point. The track itself counts as lost, so the emulator may hold any earlier
@@ -81,6 +82,7 @@ void TestDisconnects::init()
     m_random.seed(seed);
 
     m_ide = std::make_unique<IdeSettings>();
+    UserScript::storeSensors(*m_ide);
     m_invoker = std::make_unique<InvokerProcess>(invokerPort);
     QVERIFY(m_invoker->start());
     m_proxy = std::make_unique<FaultProxy>(invokerPort);

@@ -73,6 +73,7 @@ void TestWireFaults::initTestCase()
 void TestWireFaults::init()
 {
     m_ide->clear();
+    UserScript::storeSensors(*m_ide);
     m_invoker = std::make_unique<InvokerProcess>(invokerPort);
     QVERIFY(m_invoker->start());
     m_proxy = std::make_unique<FaultProxy>(invokerPort);

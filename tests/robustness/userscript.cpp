@@ -4,6 +4,7 @@
 #include "robustness/userscript.h"
 
 #include "robustness/waiting.h"
+#include "utils/idesettings.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -59,20 +60,36 @@ UserScript::UserScript(PluginSide *side, quint32 seed)
 {
 }
 
-// Those of a store that nobody has written to.
 QVariantMap UserScript::storedSensors()
 {
     QVariantMap values{
-        {u"als"_s, 100},
-        {u"magnetometerCalibrationLevel"_s, 0},
-        {u"proximity"_s, 5},
-        {u"tap"_s, -1},
+        {u"als"_s, 37},
+        {u"magnetometerCalibrationLevel"_s, 1},
+        {u"proximity"_s, 3},
+        {u"tap"_s, 7},
         {u"enabledSensors"_s, allSensors},
     };
-    values.insert(vector(u"accelerometer"_s, 0, 0, 1000));
-    values.insert(vector(u"gyroscope"_s, 0.0, 0.0, 1.14592));
-    values.insert(vector(u"magnetometer"_s, 4.3e-05, 0.0, 0.0));
+    values.insert(vector(u"accelerometer"_s, -11, 222, 333));
+    values.insert(vector(u"gyroscope"_s, 0.125, -2.5, 3.75));
+    values.insert(vector(u"magnetometer"_s, 1.5e-05, -2.5e-05, 3.5e-05));
     return values;
+}
+
+void UserScript::storeSensors(TestUtils::IdeSettings &settings)
+{
+    const QVariantMap values = storedSensors();
+    const auto store = [&](const QString &key, const QString &property) {
+        settings.setValue(u"emulationmanagement/"_s + key, values.value(property));
+    };
+    for (const QString &sensor : {u"accelerometer"_s, u"gyroscope"_s, u"magnetometer"_s}) {
+        store(sensor + u"_x"_s, sensor + u'X');
+        store(sensor + u"_y"_s, sensor + u'Y');
+        store(sensor + u"_z"_s, sensor + u'Z');
+    }
+    store(u"als"_s, u"als"_s);
+    store(u"magnetometer_calib_level"_s, u"magnetometerCalibrationLevel"_s);
+    store(u"proximity_reflectance"_s, u"proximity"_s);
+    store(u"tap"_s, u"tap"_s);
 }
 
 QVariantMap UserScript::initialPosition()
@@ -101,7 +118,6 @@ void UserScript::noteConnection()
 {
     QStringList enabledSensors(m_available.cbegin(), m_available.cend());
     enabledSensors.sort();
-    m_sensors = storedSensors();
     m_sensors.insert(u"enabledSensors"_s, enabledSensors);
 
     m_position.insert(m_positionByHand);
@@ -199,9 +215,15 @@ void UserScript::useSensors()
         },
         [&] {
             manager.setDefaultValues();
-            QVariantMap values = storedSensors(); // nothing else is stored here
-            values.remove(u"enabledSensors"_s);
-            setSensors(values);
+            setSensors({
+                {u"als"_s, 100},
+                {u"magnetometerCalibrationLevel"_s, 0},
+                {u"proximity"_s, 5},
+                {u"tap"_s, -1},
+            });
+            setAccelerometer(0, 0, 1000);
+            setSensors(vector(u"gyroscope"_s, 0.0, 0.0, 1.14592));
+            setSensors(vector(u"magnetometer"_s, 4.3e-05, 0.0, 0.0));
         },
     };
     actions.at(number(0, int(actions.size()) - 1))();

@@ -12,6 +12,10 @@
 
 #include <functional>
 
+namespace TestUtils {
+class IdeSettings;
+}
+
 namespace Robustness {
 
 /// A user who does anything the pages allow, in random order; and what the emulator and the models should hold then.
@@ -23,8 +27,11 @@ class UserScript
 public:
     UserScript(PluginSide *side, quint32 seed);
 
-    /// What the settings hold; a connection brings it back. In the names of the guest's properties.
+    /// What the settings hold before the first connection, which brings it back; the user sets the rest. No value is a
+    /// default, so that one that is sent by mistake is noticed. In the names of the guest's properties.
     static QVariantMap storedSensors();
+    /// Call before the plugin's side is made.
+    static void storeSensors(TestUtils::IdeSettings &settings);
     static QVariantMap initialPosition();
 
     /// One more thing. Does not wait.
@@ -34,7 +41,7 @@ public:
     void loadTrack();
     void changeDeviceModel();
 
-    /// Call on each connection. A connection undoes whatever is not stored, on both sides.
+    /// Call on each connection. It keeps the values in force, and undoes the rest on both sides.
     void noteConnection();
     /// Somebody inside the emulator did, and the plugin has asked.
     void noteSwitchedOff(const QString &sensor);

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QSettings>
 
+#include <sys/stat.h>
+
 using namespace Qt::StringLiterals;
 
 namespace TestUtils {
@@ -51,6 +53,22 @@ QVariant IdeSettings::valueInFile(const QString &key) const
 {
     store()->sync();
     return QSettings(fileName(), QSettings::IniFormat).value(key);
+}
+
+QVariant IdeSettings::valueOnDisk(const QString &key) const
+{
+    // Within a process, all that have opened one file share what is not written yet. Nobody has opened a copy.
+    const QTemporaryDir directory;
+    const QString copy = directory.filePath(u"copy.ini"_s);
+    if (!QFile::copy(fileName(), copy))
+        return {};
+    return QSettings(copy, QSettings::IniFormat).value(key);
+}
+
+quint64 IdeSettings::fileVersion() const
+{
+    struct stat status = {};
+    return stat(qPrintable(fileName()), &status) == 0 ? status.st_ino : 0; // a new file takes the place of the old one
 }
 
 void IdeSettings::writeFile(const QByteArray &content)

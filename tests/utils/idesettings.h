@@ -26,6 +26,10 @@ public:
 
     /// The value as another program, or the next session, finds it in the file.
     QVariant valueInFile(const QString &key) const;
+    /// The value as it is on the disk already, where it outlives a kill of this program.
+    QVariant valueOnDisk(const QString &key) const;
+    /// Another number after each time that the file was written.
+    quint64 fileVersion() const;
     /// Replaces what is in the file, as a user's text editor does.
     void writeFile(const QByteArray &content);
 

@@ -168,6 +168,7 @@ function handleTimer() {
 function stepRotation() {
     calculateRotationFrequency();
     updateGyroscopeValues();
+    atRest = axes.every(axis => root[axis + "GyroRotFrequency"] === 0);
     for (const axis of axes)
         root[axis + "GyroPrevValue"] = rotSliders[axis].value;
 }
@@ -176,6 +177,7 @@ function stepMovement() {
     for (const axis of axes)
         root[axis + "MoveInitSpeed"] = (root[axis + "MovePrevValue"] - root[axis + "MovePrevPrevValue"]) / timerInterval;
     updateAccelerometerValues();
+    atRest = axes.every(axis => root[axis + "MoveInitSpeed"] === 0 && root[axis + "MovePrevValue"] === positionInMetres(axis));
     for (const axis of axes) {
         root[axis + "MovePrevPrevValue"] = root[axis + "MovePrevValue"];
         root[axis + "MovePrevValue"] = positionInMetres(axis);

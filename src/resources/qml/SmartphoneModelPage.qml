@@ -38,6 +38,8 @@ ManagementPage {
     property bool controlModifierPressed: false
     // Seconds between two readings.
     property double timerInterval: 0.1
+    // Whether the last readings were those of a phone that does not move.
+    property bool atRest: false
 
     // The last two positions in metres, and the speed between them.
     property double xMovePrevPrevValue: 0
@@ -145,6 +147,7 @@ ManagementPage {
             controlModifierPressed = false;
     }
     Window.onActiveChanged: controlModifierPressed = false // whose release another window hears
+    Window.onVisibilityChanged: atRest = false // what has moved since then counts, too
     onControlModifierPressedChanged: Logic.switchMode()
     Component.onCompleted: Logic.updatePoseValues()
 
@@ -154,7 +157,8 @@ ManagementPage {
         objectName: "timer"
         interval: root.timerInterval * 1000
         repeat: true
-        running: root.active
+        // Nobody moves the phone of a hidden window. The emulator is still told that it stands.
+        running: root.active && (root.Window.visibility !== Window.Hidden || !root.atRest)
         onTriggered: Logic.handleTimer()
     }
 

@@ -160,6 +160,8 @@ private Q_SLOTS:
         write(u"one.ini"_s, "device-name=Velmo Wide\n[sensors]\nals=true\n");
         write(u"two.ini"_s, "device-name=Velmo One\n");
         write(u"three.ini"_s, "[sensors]\nals=true\n");
+        write(u"commas.ini"_s, "device-name=Velmo Phone, small, blue\n[sensors]\nals=true\n");
+        write(u"quoted.ini"_s, "device-name=\"Velmo Phone, large\"\n");
         write(u"four.ini"_s, QByteArray("\0\xff]", 3));
         TestHypervisor hypervisor;
         hypervisor.define({});
@@ -168,7 +170,9 @@ private Q_SLOTS:
         Sdk sdk(settings);
         QSignalSpy changed(&sdk, &Sdk::deviceModelsChanged);
         QTRY_COMPARE(names().size(), 1);
-        QCOMPARE(models(sdk), (QStringList{u"Velmo One"_s, u"Velmo Wide"_s}));
+        QCOMPARE(
+            models(sdk),
+            (QStringList{u"Velmo One"_s, u"Velmo Phone, large"_s, u"Velmo Phone, small, blue"_s, u"Velmo Wide"_s}));
         QCOMPARE(changed.size(), 0);
     }
 

@@ -7,12 +7,17 @@
 #include "utils/managerlog.h"
 #include "utils/metaobjects.h"
 
+#include <QElapsedTimer>
 #include <QMetaProperty>
+#include <QOrientationReading>
 #include <QTest>
+#include <QTimer>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace EmulationManagement::Internal;
@@ -58,6 +63,38 @@ const QStringList defaultRestoreFrames{
     address + u"setTapSensorValue int32:-1"_s,
 };
 
+// None of them a default.
+void setOtherValues(SensorsEmulationManager &manager)
+{
+    manager.setAccelerometerValues(1, 2, 3);
+    manager.setAlsLuxValue(4);
+    manager.setGyroscopeValues(5.5, 6.5, 7.5);
+    manager.setMagneticFieldValues(8.5, 9.5, 10.5);
+    manager.setMagnetometerValues(1.5e-05, 2.5e-05, 3.5e-05);
+    manager.setMagnetometerCalibrationLevel(2);
+    manager.setProximitySensorReflectanceValue(6);
+    manager.setTapSensorValue(TapModel::TapDirection::Z_Pos);
+}
+
+const QVariantMap otherValues{
+    {u"emulationmanagement/accelerometer_x"_s, 1},
+    {u"emulationmanagement/accelerometer_y"_s, 2},
+    {u"emulationmanagement/accelerometer_z"_s, 3},
+    {u"emulationmanagement/als"_s, 4},
+    {u"emulationmanagement/gyroscope_x"_s, 5.5},
+    {u"emulationmanagement/gyroscope_y"_s, 6.5},
+    {u"emulationmanagement/gyroscope_z"_s, 7.5},
+    {u"emulationmanagement/magnetic_field_x"_s, 8.5},
+    {u"emulationmanagement/magnetic_field_y"_s, 9.5},
+    {u"emulationmanagement/magnetic_field_z"_s, 10.5},
+    {u"emulationmanagement/magnetometer_calib_level"_s, 2},
+    {u"emulationmanagement/magnetometer_x"_s, 1.5e-05},
+    {u"emulationmanagement/magnetometer_y"_s, 2.5e-05},
+    {u"emulationmanagement/magnetometer_z"_s, 3.5e-05},
+    {u"emulationmanagement/proximity_reflectance"_s, 6},
+    {u"emulationmanagement/tap"_s, 6},
+};
+
 QStringList queryFrames(const QStringList &names = sortedSensorNames)
 {
     QStringList frames;
@@ -99,12 +136,23 @@ private Q_SLOTS:
     void availabilityIsForgottenByNobodyButMakeAllAvailable();
 
     void savesValuesOnDestruction();
-    void storesNothingBefore();
-    void withoutAConnectionItSavesDefaults();
+    void storesEachValueSoon_data();
+    void storesEachValueSoon();
+    void storesWhileChangesFollowEachOther();
+    void storesManyStepsAtOnce();
+    void laterConnectionKeepsTheValuesInForce();
+    void firstConnectionOverwritesWhatWasSetBefore();
+    void withoutAConnectionNothingStoredIsLost_data();
+    void withoutAConnectionNothingStoredIsLost();
+    void withoutAConnectionNothingIsStoredBeforeTheEnd();
+    void withoutAConnectionAnEmptyStoreGetsTheValues_data();
+    void withoutAConnectionAnEmptyStoreGetsTheValues();
 
 private:
     void connectChannel();
     void bind();
+    QVariantMap stored() const;
+    void storeOtherValues();
 
     std::unique_ptr<IdeSettings> m_ide;
     std::unique_ptr<ManagerLog> m_log;
@@ -150,6 +198,20 @@ void TestSensorsEmulationManager::bind()
 {
     m_manager->setRdbusinvoker(m_log->channel());
     m_log->forget();
+}
+
+QVariantMap TestSensorsEmulationManager::stored() const
+{
+    QVariantMap values;
+    for (const QString &key : m_ide->keys())
+        values.insert(key, m_ide->value(key));
+    return values;
+}
+
+void TestSensorsEmulationManager::storeOtherValues()
+{
+    for (const auto &[key, value] : otherValues.asKeyValueRange())
+        m_ide->setValue(key, value);
 }
 
 void TestSensorsEmulationManager::describesItselfToQml()
@@ -706,7 +768,7 @@ void TestSensorsEmulationManager::laterConnectionSwitchesSensorsAsTheyWere()
     bind();
     connectChannel();
     m_manager->setSensorAvailable(u"gyroscope"_s, false);
-    m_manager->setAlsLuxValue(7); // not stored yet: the stored value comes back
+    m_manager->setAlsLuxValue(7);
     Q_EMIT m_log->channel()->replyReceived(u"enabled:barometer:true::"_s);
     QTRY_VERIFY(m_log->invoker().frames().contains(address + u"disableSensor string:barometer"_s));
     m_log->invoker().takeFrames();
@@ -720,9 +782,10 @@ void TestSensorsEmulationManager::laterConnectionSwitchesSensorsAsTheyWere()
         expected.append(address + (off ? u"disableSensor string:"_s : u"enableSensor string:"_s) + name);
     }
     expected += defaultRestoreFrames;
+    expected[expected.indexOf(address + u"setAlsValue int32:100"_s)] = address + u"setAlsValue int32:7"_s;
     QTRY_COMPARE(m_log->invoker().frames().size(), expected.size());
     QCOMPARE(m_log->invoker().frames(), expected);
-    QCOMPARE(m_manager->als()->lux(), 100);
+    QCOMPARE(m_manager->als()->lux(), 7);
     QVariantMap states = allSensors(true);
     states.insert(u"gyroscope"_s, false);
     states.insert(u"barometer"_s, false);
@@ -806,56 +869,228 @@ void TestSensorsEmulationManager::availabilityIsForgottenByNobodyButMakeAllAvail
 
 void TestSensorsEmulationManager::savesValuesOnDestruction()
 {
-    m_manager->setAccelerometerValues(1, 2, 3);
-    m_manager->setAlsLuxValue(4);
-    m_manager->setGyroscopeValues(5.5, 6.5, 7.5);
-    m_manager->setMagneticFieldValues(8.5, 9.5, 10.5);
-    m_manager->setMagnetometerValues(1.5e-05, 2.5e-05, 3.5e-05);
-    m_manager->setMagnetometerCalibrationLevel(2);
-    m_manager->setProximitySensorReflectanceValue(6);
-    m_manager->setTapSensorValue(TapModel::TapDirection::Z_Pos);
+    bind();
+    connectChannel();
+    setOtherValues(*m_manager);
     m_manager.reset();
-
-    const QVariantMap expected{
-        {u"emulationmanagement/accelerometer_x"_s, 1},
-        {u"emulationmanagement/accelerometer_y"_s, 2},
-        {u"emulationmanagement/accelerometer_z"_s, 3},
-        {u"emulationmanagement/als"_s, 4},
-        {u"emulationmanagement/gyroscope_x"_s, 5.5},
-        {u"emulationmanagement/gyroscope_y"_s, 6.5},
-        {u"emulationmanagement/gyroscope_z"_s, 7.5},
-        {u"emulationmanagement/magnetic_field_x"_s, 8.5},
-        {u"emulationmanagement/magnetic_field_y"_s, 9.5},
-        {u"emulationmanagement/magnetic_field_z"_s, 10.5},
-        {u"emulationmanagement/magnetometer_calib_level"_s, 2},
-        {u"emulationmanagement/magnetometer_x"_s, 1.5e-05},
-        {u"emulationmanagement/magnetometer_y"_s, 2.5e-05},
-        {u"emulationmanagement/magnetometer_z"_s, 3.5e-05},
-        {u"emulationmanagement/proximity_reflectance"_s, 6},
-        {u"emulationmanagement/tap"_s, 6},
-    };
-    QVariantMap stored;
-    const QStringList keys = m_ide->keys();
-    for (const QString &key : keys)
-        stored.insert(key, m_ide->value(key));
-    QCOMPARE(stored, expected);
+    QCOMPARE(stored(), otherValues);
 }
 
-void TestSensorsEmulationManager::storesNothingBefore()
+void TestSensorsEmulationManager::storesEachValueSoon_data()
+{
+    QTest::addColumn<Action>("action");
+    QTest::addColumn<QVariantMap>("expected");
+
+    using M = SensorsEmulationManager;
+    const auto row = [](const char *name, const Action &action, const QVariantMap &expected) {
+        QTest::newRow(name) << action << expected;
+    };
+    row("accelerometer, x", [](M &m) { m.setAccelerometerX(11); }, {{u"accelerometer_x"_s, 11}});
+    row("accelerometer, y", [](M &m) { m.setAccelerometerY(12); }, {{u"accelerometer_y"_s, 12}});
+    row("accelerometer, z", [](M &m) { m.setAccelerometerZ(13); }, {{u"accelerometer_z"_s, 13}});
+    row("light", [](M &m) { m.setAlsLightLevel(AlsModel::LightLevel::Sunny); }, {{u"als"_s, 2500}});
+    row("gyroscope, x", [](M &m) { m.setGyroscopeX(1.25); }, {{u"gyroscope_x"_s, 1.25}});
+    row("gyroscope, y", [](M &m) { m.setGyroscopeY(1.25); }, {{u"gyroscope_y"_s, 1.25}});
+    row("gyroscope, z", [](M &m) { m.setGyroscopeZ(1.25); }, {{u"gyroscope_z"_s, 1.25}});
+    row("magnetic field, x", [](M &m) { m.setMagneticFieldX(1.25); }, {{u"magnetic_field_x"_s, 1.25}});
+    row("magnetic field, y", [](M &m) { m.setMagneticFieldY(1.25); }, {{u"magnetic_field_y"_s, 1.25}});
+    row("magnetic field, z", [](M &m) { m.setMagneticFieldZ(1.25); }, {{u"magnetic_field_z"_s, 1.25}});
+    row("magnetometer, x", [](M &m) { m.setMagnetometerX(1.25e-6); }, {{u"magnetometer_x"_s, 1.25e-6}});
+    row("magnetometer, y", [](M &m) { m.setMagnetometerY(1.25e-6); }, {{u"magnetometer_y"_s, 1.25e-6}});
+    row("magnetometer, z", [](M &m) { m.setMagnetometerZ(1.25e-6); }, {{u"magnetometer_z"_s, 1.25e-6}});
+    row("calibration level of the compass",
+        [](M &m) { m.setCompassCalibrationLevel(3); },
+        {{u"magnetometer_calib_level"_s, 3}});
+    row("orientation, which is the accelerometer's",
+        [](M &m) { m.setOrientation(QOrientationReading::LeftUp); },
+        {{u"accelerometer_x"_s, -100}, {u"accelerometer_y"_s, 0}, {u"accelerometer_z"_s, 0}});
+    row("proximity", [](M &m) { m.setProximitySensorNearValue(true); }, {{u"proximity_reflectance"_s, 0}});
+    row("tap", [](M &m) { m.setTapSensorValue(TapModel::TapDirection::Y_Neg); }, {{u"tap"_s, 8}});
+    row("model changed by a document", [](M &m) { m.als()->setLux(77); }, {{u"als"_s, 77}});
+    row("all",
+        [](M &m) { m.setDefaultValues(); },
+        {{u"accelerometer_x"_s, 0},
+         {u"accelerometer_y"_s, 0},
+         {u"accelerometer_z"_s, 1000},
+         {u"als"_s, 100},
+         {u"gyroscope_x"_s, 0.0},
+         {u"gyroscope_y"_s, 0.0},
+         {u"gyroscope_z"_s, 1.1459155902616465},
+         {u"magnetometer_calib_level"_s, 0},
+         {u"magnetometer_x"_s, 4.3e-05},
+         {u"magnetometer_y"_s, 0.0},
+         {u"magnetometer_z"_s, 0.0},
+         {u"proximity_reflectance"_s, 5},
+         {u"tap"_s, -1}});
+}
+
+void TestSensorsEmulationManager::storesEachValueSoon()
+{
+    QFETCH(Action, action);
+    QFETCH(QVariantMap, expected);
+
+    storeOtherValues();
+    bind();
+    connectChannel();
+    action(*m_manager);
+    QVariantMap all = otherValues;
+    for (const auto &[key, value] : expected.asKeyValueRange())
+        all.insert(u"emulationmanagement/"_s + key, value);
+    const auto isOnDisk = [&] {
+        const auto isWritten = [&](const QString &key) {
+            return m_ide->valueOnDisk(key).toString() == all.value(key).toString();
+        };
+        return std::ranges::all_of(all.keys(), isWritten);
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isOnDisk(), 10'000);
+}
+
+// Whoever turns the phone for minutes loses no more than what came last.
+void TestSensorsEmulationManager::storesWhileChangesFollowEachOther()
 {
     bind();
     connectChannel();
-    m_manager->setDefaultValues();
-    m_manager->setGyroscopeX(5);
-    QCOMPARE(m_ide->keys(), QStringList());
+    int x = 0;
+    QTimer drag;
+    connect(&drag, &QTimer::timeout, this, [&] { m_manager->setAccelerometerX(++x); });
+    drag.start(10);
+    QTRY_VERIFY_WITH_TIMEOUT(m_ide->valueOnDisk(u"emulationmanagement/accelerometer_x"_s).toInt() > 0, 30'000);
 }
 
-void TestSensorsEmulationManager::withoutAConnectionItSavesDefaults()
+void TestSensorsEmulationManager::storesManyStepsAtOnce()
 {
-    m_ide->setValue(u"emulationmanagement/als"_s, 2500);
-    QCOMPARE(m_manager->als()->lux(), 100);
+    storeOtherValues();
+    bind();
+    connectChannel();
+    QElapsedTimer timer;
+    timer.start();
+    quint64 version = m_ide->fileVersion();
+    int writes = 0;
+    const auto look = [&] {
+        if (const quint64 now = m_ide->fileVersion(); std::exchange(version, now) != now)
+            ++writes;
+    };
+    constexpr int steps = 100;
+    for (int x = 1; x <= steps; ++x) {
+        m_manager->setAccelerometerX(x);
+        QTest::qWait(1);
+        look();
+    }
+    const auto lastIsStored = [&] {
+        look();
+        return m_ide->valueOnDisk(u"emulationmanagement/accelerometer_x"_s).toInt() == steps;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(lastIsStored(), 10'000);
+    QCOMPARE_LE(writes, 1 + timer.elapsed() / 500);
+}
+
+void TestSensorsEmulationManager::laterConnectionKeepsTheValuesInForce()
+{
+    bind();
+    connectChannel();
+    const qsizetype frames = queryFrames().size() + defaultRestoreFrames.size();
+    QTRY_COMPARE(m_log->invoker().frames().size(), frames);
+    setOtherValues(*m_manager);
+    QTRY_COMPARE(m_log->invoker().frames().size(), frames + 7);
+    m_log->invoker().takeFrames();
+    connect(
+        m_log->channel(),
+        &RemoteDBusInvokerService::webSocketDisconnected,
+        this,
+        [this] { m_manager->setGyroscopeY(-6.5); }, // which does not reach the emulator
+        Qt::SingleShotConnection);
+    m_log->invoker().dropClients();
+
+    const QStringList expected{
+        address + u"setAccelerometerValues int32:1 int32:2 int32:3"_s,
+        address + u"setMagnetometerValues double:1.5e-05 double:2.5e-05 double:3.5e-05"_s,
+        address + u"setMagnetometerCalibrationLevel int32:2"_s,
+        address + u"setGyroscopeValues double:5.5 double:-6.5 double:7.5"_s,
+        address + u"setAlsValue int32:4"_s,
+        address + u"setProximitySensorValue int32:6"_s,
+        address + u"setTapSensorValue int32:6"_s,
+    };
+    QTRY_COMPARE(m_log->invoker().frames().size(), 8 + expected.size());
+    QCOMPARE(m_log->invoker().takeFrames().sliced(8), expected);
+    QVariantMap values = otherValues;
+    values.insert(u"emulationmanagement/gyroscope_y"_s, -6.5);
+    QCOMPARE(stored(), values);
+    QCOMPARE(m_manager->magneticField()->y(), 9.5);
+}
+
+void TestSensorsEmulationManager::firstConnectionOverwritesWhatWasSetBefore()
+{
+    storeOtherValues();
+    m_manager->setDefaultValues();
+    m_manager->setMagneticFieldValues(-1, -2, -3);
+    bind();
+    connectChannel();
+    QCOMPARE(m_manager->accelerometer()->x(), 1);
+    QCOMPARE(m_manager->magneticField()->z(), 10.5);
+    QCOMPARE(m_manager->tap()->tapDirection(), TapModel::TapDirection::Z_Pos);
+    QCOMPARE(stored(), otherValues);
+}
+
+void TestSensorsEmulationManager::withoutAConnectionNothingStoredIsLost_data()
+{
+    QTest::addColumn<QVariantMap>("values");
+    QTest::newRow("all values are stored") << otherValues;
+    for (const QString &key : otherValues.keys())
+        QTest::newRow(qPrintable(u"only %1 is stored"_s.arg(key))) << QVariantMap{{key, otherValues.value(key)}};
+    QTest::newRow("one value is stored, in words") << QVariantMap{{u"emulationmanagement/als"_s, u"bright"_s}};
+}
+
+// The IDE of somebody who does not use the emulator today.
+void TestSensorsEmulationManager::withoutAConnectionNothingStoredIsLost()
+{
+    QFETCH(QVariantMap, values);
+    for (const auto &[key, value] : values.asKeyValueRange())
+        m_ide->setValue(key, value);
+    bind();
+    m_manager->setAlsLuxValue(1);
     m_manager.reset();
-    QCOMPARE(m_ide->value(u"emulationmanagement/als"_s), QVariant(100));
+    QCOMPARE(stored(), values);
+}
+
+void TestSensorsEmulationManager::withoutAConnectionNothingIsStoredBeforeTheEnd()
+{
+    storeOtherValues();
+    SensorsEmulationManager other;
+    other.setAlsLuxValue(1);
+    other.setTapSensorValue(TapModel::TapDirection::X_Neg);
+    // One that is connected stores its value, which was set later.
+    bind();
+    connectChannel();
+    m_manager->setProximitySensorReflectanceValue(9);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        m_ide->valueOnDisk(u"emulationmanagement/proximity_reflectance"_s).toString(), u"9"_s, 10'000);
+    QVariantMap expected = otherValues;
+    expected.insert(u"emulationmanagement/proximity_reflectance"_s, 9);
+    QCOMPARE(stored(), expected);
+}
+
+void TestSensorsEmulationManager::withoutAConnectionAnEmptyStoreGetsTheValues_data()
+{
+    QTest::addColumn<QVariantMap>("values");
+    QTest::newRow("nothing is stored") << QVariantMap();
+    QTest::newRow("nothing of the sensors is stored") << QVariantMap{
+        {u"emulationmanagement/do_not_show_again_reset_sensors_dialog"_s, true},
+        {u"emulationmanagement/gps_latitude"_s, 55.75},
+        {u"emulationmanagement/model_rotation_x"_s, 1.5},
+        {u"General/OverrideLanguage"_s, u"de"_s},
+    };
+}
+
+void TestSensorsEmulationManager::withoutAConnectionAnEmptyStoreGetsTheValues()
+{
+    QFETCH(QVariantMap, values);
+    for (const auto &[key, value] : values.asKeyValueRange())
+        m_ide->setValue(key, value);
+    setOtherValues(*m_manager);
+    QCOMPARE(stored(), values);
+    m_manager.reset();
+    values.insert(otherValues);
+    QCOMPARE(stored(), values);
 }
 
 QTEST_GUILESS_MAIN(TestSensorsEmulationManager)

@@ -157,6 +157,9 @@ private Q_SLOTS:
     void sharesOneStore();
     void qualifiesKeysWithTheGroup();
     void writesNothingWhenReading();
+    void writesOnlyChanges();
+    void knowsWhetherSensorsHaveValues_data();
+    void knowsWhetherSensorsHaveValues();
     void showsQmlWhatPagesNeed();
 
 private:
@@ -350,6 +353,42 @@ void TestSettingsManager::writesNothingWhenReading()
     for (const Value &value : values)
         value.read(settings);
     QCOMPARE(m_ide->keys(), QStringList());
+}
+
+// The file is the whole IDE's.
+void TestSettingsManager::writesOnlyChanges()
+{
+    SettingsManager settings;
+    settings.saveGyroscopeX(0.1);
+    settings.saveAccelerometerX(0);
+    settings.sync();
+    QCOMPARE(m_ide->valueOnDisk(fullKey(u"gyroscope_x"_s)).toDouble(), 0.1);
+    QCOMPARE(m_ide->valueOnDisk(fullKey(u"accelerometer_x"_s)), QVariant(u"0"_s)); // the default, and yet saved
+    const quint64 version = m_ide->fileVersion();
+    settings.saveGyroscopeX(0.1);
+    settings.saveAccelerometerX(0);
+    settings.sync();
+    QCOMPARE(m_ide->fileVersion(), version);
+    settings.saveGyroscopeX(0.1 + 1e-16);
+    settings.sync();
+    QCOMPARE_NE(m_ide->fileVersion(), version);
+    QCOMPARE(m_ide->valueOnDisk(fullKey(u"gyroscope_x"_s)).toDouble(), 0.1 + 1e-16);
+}
+
+void TestSettingsManager::knowsWhetherSensorsHaveValues_data()
+{
+    addRowForEachValue();
+}
+
+void TestSettingsManager::knowsWhetherSensorsHaveValues()
+{
+    QFETCH(Value, value);
+    SettingsManager settings;
+    QVERIFY(!settings.hasSensorsValues());
+    value.save(settings, value.defaultValue);
+    const bool isOfASensor =
+        !value.key.startsWith("gps_"_L1) && !value.key.startsWith("model_"_L1) && !value.key.startsWith("do_not_"_L1);
+    QCOMPARE(settings.hasSensorsValues(), isOfASensor);
 }
 
 void TestSettingsManager::showsQmlWhatPagesNeed()
