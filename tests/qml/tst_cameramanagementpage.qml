@@ -676,8 +676,38 @@ ViewTestCase {
         compare(streams.take(), ["play camera"]);
         compare(state(), "| camera stop |");
         page.exitPage(() => {});
-        compare(streams.take(), []);
+        compare(streams.take(), ["stop camera"]);
         compare(cameraEmulationManager.streamRunning, false);
+    }
+
+    function test_leavingEndsAVideoThatCountsAsStopped_data(): var {
+        return [
+            {
+                tag: "as the selected camera was unplugged",
+                stop: () => host.unplugCamera("Blue")
+            },
+            {
+                tag: "as the list was renewed",
+                stop: () => press("updateCamerasButton")
+            }
+        ];
+    }
+
+    function test_leavingEndsAVideoThatCountsAsStopped(data: var) {
+        showPage(["Blue"]);
+        press("videoFileSourceRadioButton");
+        streams.receive();
+        openFile(files.writeVideo("green.webm", "lime"));
+        data.stop();
+        compare(cameraEmulationManager.streamRunning, false);
+        streams.clear();
+        tryVerify(() => streams.shows("lime"), 30000); // and goes on
+        streams.take();
+        streamRunningSpy.clear();
+        click("sensorsValuesButton");
+        compare(page.visible, false);
+        compare(streams.take().slice(-1), ["stop video"]);
+        compare(streamRunningSpy.count, 0);
     }
 
     function test_leavingWithoutAStream() {
