@@ -160,6 +160,7 @@ private Q_SLOTS:
     void jpegIsDecodedAheadOfTheFilter();
     void aStreamThatCountsAsStoppedGoesOnWithAnotherKindOfPictures();
     void forgetsWhatAnUnpluggedCameraOffered();
+    void v4l2sCamerasComeBeforePipeWires();
     void theFirstDeviceDecidesOfWhichKindTheSourceIs_data();
     void theFirstDeviceDecidesOfWhichKindTheSourceIs();
 
@@ -758,6 +759,33 @@ void TestCameraEmulationManager::forgetsWhatAnUnpluggedCameraOffered()
     TestCameras::plug(webCamera);
     m_manager->updateCamerasList();
     QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), decodingChain);
+}
+
+// PipeWire's sources have no property by which one of its cameras could be chosen.
+void TestCameraEmulationManager::v4l2sCamerasComeBeforePipeWires()
+{
+    m_manager.reset();
+    for (const TestCamera &camera : {alphaCamera, betaCamera}) {
+        TestCamera ofV4l2 = camera;
+        ofV4l2.provider = TestCamera::Provider::V4l2;
+        TestCamera ofPipeWire = camera;
+        ofPipeWire.name += u" (V4L2)"_s;
+        ofPipeWire.source = TestCamera::Source::Plain;
+        ofPipeWire.provider = TestCamera::Provider::PipeWire;
+        TestCameras::plug(ofPipeWire);
+        TestCameras::plug(ofV4l2);
+    }
+    makeManager();
+    m_manager->setupCameraStreamPipeline();
+    QCOMPARE(m_manager->cameras(), QStringList({u"Alpha"_s, u"Beta"_s}));
+    m_manager->setCameraName(u"Beta"_s);
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(sourceDevice(), betaCamera.device);
+
+    for (const QString &name : {u"Alpha"_s, u"Beta"_s})
+        TestCameras::unplug(name);
+    m_manager->updateCamerasList();
+    QCOMPARE(m_manager->cameras(), QStringList({u"Alpha (V4L2)"_s, u"Beta (V4L2)"_s}));
 }
 
 void TestCameraEmulationManager::theFirstDeviceDecidesOfWhichKindTheSourceIs_data()
