@@ -37,12 +37,15 @@ set(_loaded_by_name
     qml6-module-qtquick-window
     qml6-module-qtsensors
 )
-# The virtual machine, and cameras that only PipeWire knows.
+# The virtual machine.
 set(_recommended
-    gstreamer1.0-pipewire
     libvirt-daemon-driver-qemu
     passt
     qemu-system-x86
+)
+# Cameras that only PipeWire knows.
+set(_suggested
+    gstreamer1.0-pipewire
 )
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
@@ -53,6 +56,7 @@ list(JOIN _loaded_by_name ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS
     ", qtcreator (>= ${PROJECT_VERSION_MAJOR}), qtcreator (<< ${_next_series}~)")
 list(JOIN _recommended ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
+list(JOIN _suggested ", " CPACK_DEBIAN_PACKAGE_SUGGESTS)
 
 set(CPACK_COMPONENTS_ALL EmulationManagement TarnPlugin)
 set(CPACK_COMPONENTS_GROUPING IGNORE)

@@ -173,6 +173,23 @@ QVariantList availableResolutions(const GstCaps *caps)
     return resolutions;
 }
 
+bool isJpegOnly(const GstCaps *caps, const QString &size, const QString &framerate)
+{
+    const auto offers = [caps](const char *kind, const QString &fields) {
+        const GstCapsPointer pictures(gst_caps_from_string((QLatin1StringView(kind) + fields).toUtf8().constData()));
+        return pictures && gst_caps_can_intersect(caps, pictures.get());
+    };
+    if (!caps)
+        return false;
+    for (const QString &fields : {size + framerate, size}) {
+        if (offers(rawPictures, fields))
+            return false;
+        if (offers(jpegPictures, fields))
+            return true;
+    }
+    return false;
+}
+
 QVariantMap retrieveCameraDeviceProperty(GstDevice *device)
 {
     const auto property = [](const QString &name, const QString &value) {

@@ -13,6 +13,11 @@
 // GStreamer's serialised texts; a framerate is a text of numerator, "/" and denominator.
 namespace EmulationManagement::Internal {
 
+// A device's class, and the kinds of pictures that are made use of.
+inline constexpr char cameraClass[] = "Video/Source";
+inline constexpr char rawPictures[] = "video/x-raw";
+inline constexpr char jpegPictures[] = "image/jpeg";
+
 // An end of a range of framerates.
 enum LIMIT { LOWER = 0, UPPER = 1 };
 
@@ -37,6 +42,10 @@ void addAvailableResolution(
 // The resolutions of all structures of the caps, the widest first. The first structure of a size wins. Null caps have
 // none.
 QVariantList availableResolutions(const GstCaps *caps);
+
+// Whether a size and framerate, texts of caps such as ",width=640,height=480" and ",framerate=30/1", come as JPEG and
+// not as raw pictures. Where the framerate comes in neither way, the size alone decides. Null caps offer nothing.
+bool isJpegOnly(const GstCaps *caps, const QString &size, const QString &framerate);
 
 // A map with "name" and "value" of the property by which an element made for the device is told which device it is:
 // "device" or "device-index", else "device-path"; both texts are empty when it has none of them. The value is in

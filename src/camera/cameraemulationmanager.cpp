@@ -6,6 +6,7 @@
 #include "camera/cameracapabilities.h"
 #include "camera/cameramonitor.h"
 #include "camera/camerapipeline.h"
+#include "camera/gsthandles.h"
 #include "camera/gstreamerloading.h"
 #include "camera/videocodec.h"
 #include "camera/videofilepipeline.h"
@@ -180,6 +181,7 @@ void CameraEmulationManager::updateCamerasList()
     m_cameraMonitor->stop();
     m_cameraMonitor->deleteLater();
     m_cameraSettings.clear();
+    m_cameraCaps.clear();
 
     initGstDeviceMonitor(new CameraMonitor(startDeviceMonitor(), this));
     initCameraGstPluginName();
@@ -251,17 +253,22 @@ void CameraEmulationManager::initCameraStreamAvailableSettings()
     setCameraStreamSettings();
 }
 
+void CameraEmulationManager::setUpCameraSource(const QString &name)
+{
+    const QVariantMap source = m_cameraSettings.value(name).toMap().value(u"source"_s).toMap();
+    m_cameraPipeline->setSourceProperty(source.value(u"name"_s).toString(), source.value(u"value"_s).toString());
+}
+
 void CameraEmulationManager::setUpCameraPipelineElementsProperties()
 {
-    const QVariantMap source = currentCameraSettings().value(u"source"_s).toMap();
-    m_cameraPipeline->setSourceProperty(source.value(u"name"_s).toString(), source.value(u"value"_s).toString());
+    setUpCameraSource(m_cameraName);
 
-    QString caps = u"video/x-raw"_s;
+    QString size;
     if (m_width >= 0 && m_height >= 0)
-        caps += u",width=%1,height=%2"_s.arg(m_width).arg(m_height);
-    if (!m_framerate.isEmpty())
-        caps += u",framerate="_s + m_framerate;
-    m_cameraPipeline->setCaps(caps);
+        size = u",width=%1,height=%2"_s.arg(m_width).arg(m_height);
+    const QString framerate = m_framerate.isEmpty() ? QString() : u",framerate="_s + m_framerate;
+    m_cameraPipeline->setJpegDecoded(isJpegOnly(m_cameraCaps.value(m_cameraName).get(), size, framerate));
+    m_cameraPipeline->setCaps(QLatin1StringView(rawPictures) + size + framerate);
     m_cameraPipeline->setUpEncoderAndSink(localhost, udpPort);
 }
 
@@ -270,6 +277,8 @@ void CameraEmulationManager::onCameraAdded(GstDevice *device)
     if (m_cameraSettings.contains(deviceName(device)))
         return;
     addCameraSettings(device);
+    if (!m_cameraPipeline->hasSource())
+        addCameraSource(deviceName(device));
     if (m_cameraSettings.size() == 1)
         setCameraStreamSettings();
 }
@@ -283,9 +292,11 @@ void CameraEmulationManager::onCameraRemoved(GstDevice *device)
 
 void CameraEmulationManager::addCameraSettings(GstDevice *device)
 {
-    const GstCapsPointer caps(gst_device_get_caps(device));
+    const QString name = deviceName(device);
+    const std::shared_ptr<GstCaps> caps = GstCapsPointer(gst_device_get_caps(device));
+    m_cameraCaps.insert(name, caps);
     m_cameraSettings.insert(
-        deviceName(device),
+        name,
         QVariantMap{
             {u"resolutions"_s, availableResolutions(caps.get())},
             {u"source"_s, retrieveCameraDeviceProperty(device)},
@@ -295,6 +306,15 @@ void CameraEmulationManager::addCameraSettings(GstDevice *device)
     Q_EMIT frameratesChanged();
 }
 
+// On a host that had no camera yet. The camera is not selected by this, but it is what streams while none is.
+void CameraEmulationManager::addCameraSource(const QString &name)
+{
+    initCameraGstPluginName();
+    initCameraStreamElements();
+    setUpCameraSource(name);
+    constructCameraStreamPipeline();
+}
+
 void CameraEmulationManager::removeCameraSettings(const QString &name)
 {
     const bool selected = name == m_cameraName;
@@ -302,6 +322,7 @@ void CameraEmulationManager::removeCameraSettings(const QString &name)
     if (selected && m_streamRunning)
         stopCameraStream();
     m_cameraSettings.remove(name);
+    m_cameraCaps.remove(name);
     Q_EMIT camerasChanged();
     if (m_cameraSettings.isEmpty() || !selected)
         return;

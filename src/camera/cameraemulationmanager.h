@@ -11,7 +11,8 @@
 #include <atomic>
 #include <memory>
 
-using GstDevice = struct _GstDevice; // GStreamer's own name for it
+using GstCaps = struct _GstCaps; // GStreamer's own names for them
+using GstDevice = struct _GstDevice;
 
 namespace EmulationManagement::Internal {
 class CameraMonitor;
@@ -119,11 +120,13 @@ private:
     void constructVideoStreamPipeline();
     void constructCameraStreamPipeline();
     void initCameraStreamAvailableSettings();
+    void setUpCameraSource(const QString &name);
     void setUpCameraPipelineElementsProperties();
 
     void onCameraAdded(GstDevice *device);
     void onCameraRemoved(GstDevice *device);
     void addCameraSettings(GstDevice *device);
+    void addCameraSource(const QString &name);
     void removeCameraSettings(const QString &name);
     void selectFirstCamera();
     QVariantMap currentCameraSettings() const;
@@ -141,6 +144,7 @@ private:
     // By display name: a map with "resolutions", as of the property, and "source", a map with the "name" and "value" of
     // the source's property that selects the camera.
     QMap<QString, QVariant> m_cameraSettings;
+    QMap<QString, std::shared_ptr<GstCaps>> m_cameraCaps; // by display name: what the camera offers
     QString m_framerate;
     int m_width = -1;
     int m_height = -1;

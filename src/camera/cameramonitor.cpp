@@ -3,7 +3,9 @@
 
 #include "camera/cameramonitor.h"
 
+#include "camera/cameracapabilities.h"
 #include "camera/cameralog.h"
+#include "camera/cameraproviders.h"
 
 #include <utility>
 
@@ -24,9 +26,10 @@ qintptr descriptorOf(GstBus *bus)
 
 GstDeviceMonitorPointer startDeviceMonitor()
 {
+    rankCameraProviders();
     GstDeviceMonitorPointer monitor(gst_device_monitor_new());
-    const GstCapsPointer caps(gst_caps_new_empty_simple("video/x-raw"));
-    gst_device_monitor_add_filter(monitor.get(), "Video/Source", caps.get());
+    const GstCapsPointer caps(gst_caps_new_empty_simple(rawPictures));
+    gst_device_monitor_add_filter(monitor.get(), cameraClass, caps.get());
     if (!gst_device_monitor_start(monitor.get()))
         qCDebug(cameraLog) << "There is nothing that could tell of cameras";
     return monitor;

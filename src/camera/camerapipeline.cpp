@@ -3,7 +3,9 @@
 
 #include "camera/camerapipeline.h"
 
-#include <array>
+#include <QList>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +50,30 @@ void CameraPipeline::setSourceProperty(const QString &name, const QString &value
     g_value_unset(&propertyValue);
 }
 
+void CameraPipeline::setJpegDecoded(bool decoded)
+{
+    if (decoded == bool(m_decoder))
+        return;
+    const bool wasRunning = isRunning();
+    stopIfRunning();
+    if (decoded) {
+        m_decoder = makeElement("jpegdec", "jpegdecCam");
+        if (m_decoder && isAssembled()) {
+            gst_element_unlink(m_source.get(), m_capsFilter.get());
+            gst_bin_add(bin(), m_decoder.get());
+            gst_element_link_many(m_source.get(), m_decoder.get(), m_capsFilter.get(), nullptr);
+        }
+    } else {
+        if (isAssembled()) {
+            gst_bin_remove(bin(), m_decoder.get()); // and unlinks it
+            gst_element_link(m_source.get(), m_capsFilter.get());
+        }
+        m_decoder.reset();
+    }
+    if (wasRunning)
+        start();
+}
+
 void CameraPipeline::setCaps(const QString &caps)
 {
     if (!m_capsFilter)
@@ -63,15 +89,20 @@ void CameraPipeline::setUpEncoderAndSink(const char *host, quint16 port)
 
 void CameraPipeline::assemble()
 {
-    const std::array chain{m_source.get(), m_capsFilter.get(), m_encoder.get(), m_payloader.get(), m_sink.get()};
-    for (GstElement *element : chain) {
-        if (!element || GST_OBJECT_PARENT(element))
-            return;
-    }
-    for (GstElement *element : chain)
+    QList<GstElement *> chain{m_source.get(), m_capsFilter.get(), m_encoder.get(), m_payloader.get(), m_sink.get()};
+    if (isAssembled() || chain.contains(nullptr))
+        return;
+    if (m_decoder)
+        chain.insert(1, m_decoder.get());
+    for (GstElement *element : std::as_const(chain))
         gst_bin_add(bin(), element);
-    for (size_t i = 1; i < chain.size(); ++i)
-        gst_element_link(chain[i - 1], chain[i]);
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        gst_element_link(chain.at(i - 1), chain.at(i));
+}
+
+bool CameraPipeline::isAssembled() const
+{
+    return m_source && GST_OBJECT_PARENT(m_source.get());
 }
 
 } // namespace EmulationManagement::Internal

@@ -17,7 +17,9 @@ struct GstObjectDeleter
 };
 using GstBusPointer = std::unique_ptr<GstBus, GstObjectDeleter>;
 using GstDevicePointer = std::unique_ptr<GstDevice, GstObjectDeleter>;
+using GstDeviceProviderPointer = std::unique_ptr<GstDeviceProvider, GstObjectDeleter>;
 using GstElementPointer = std::unique_ptr<GstElement, GstObjectDeleter>;
+using GstPluginFeaturePointer = std::unique_ptr<GstPluginFeature, GstObjectDeleter>;
 using GstPadPointer = std::unique_ptr<GstPad, GstObjectDeleter>;
 
 struct GObjectDeleter

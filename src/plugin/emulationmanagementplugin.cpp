@@ -170,10 +170,14 @@ void EmulationManagementPlugin::setupMenuAction()
 void EmulationManagementPlugin::setupStreamsEnd()
 {
     connect(&m_view, &QWindow::visibleChanged, this, [this](bool visible) {
-        if (visible || !m_cameraEmulationManager.streamRunning())
+        if (visible)
             return;
-        m_cameraEmulationManager.stopVideoStream();
-        m_cameraEmulationManager.stopCameraStream();
+        if (m_cameraEmulationManager.streamRunning()) {
+            m_cameraEmulationManager.stopVideoStream();
+            m_cameraEmulationManager.stopCameraStream();
+        }
+        // No file ends what runs all the same: an unplugged camera or a new list makes a video count as stopped.
+        m_cameraEmulationManager.startVideoStream({});
     });
 }
 

@@ -176,6 +176,18 @@ QString checkRange(Fuzz::Input &input)
     return {};
 }
 
+// What a camera of one kind of pictures offers is of that kind.
+QString checkKind(const GstCaps *caps, const QString &capsText, int width, int height, const QString &framerate)
+{
+    const bool jpegOnly =
+        isJpegOnly(caps, u",width=%1,height=%2"_s.arg(width).arg(height), u",framerate="_s + framerate);
+    if (jpegOnly && !capsText.contains("image/jpeg"_L1))
+        return u"JPEG of %1x%2 at %3 of %4"_s.arg(width).arg(height).arg(framerate, capsText);
+    if (!jpegOnly && !capsText.contains("video/x-raw"_L1))
+        return u"no JPEG of %1x%2 at %3 of %4"_s.arg(width).arg(height).arg(framerate, capsText);
+    return {};
+}
+
 QString checkCaps(Fuzz::Input &input, QString *capsText)
 {
     *capsText = anyCaps(input);
@@ -200,7 +212,12 @@ QString checkCaps(Fuzz::Input &input, QString *capsText)
         if (strings.contains(string))
             return u"%1 twice of %2"_s.arg(string, *capsText);
         strings.insert(string);
-        const QString problem = checkFramerates(resolution.value(u"framerates"_s).toStringList(), *capsText);
+        const QStringList framerates = resolution.value(u"framerates"_s).toStringList();
+        QString problem = checkFramerates(framerates, *capsText);
+        for (const QString &framerate : framerates) {
+            if (problem.isEmpty())
+                problem = checkKind(caps.get(), *capsText, width, height, framerate);
+        }
         if (!problem.isEmpty())
             return problem;
     }

@@ -309,14 +309,17 @@ void tst_Startup::hidingTheWindowEndsAStream()
 void tst_Startup::hidingTheWindowEndsThePictures_data()
 {
     QTest::addColumn<bool>("isVideo");
+    QTest::addColumn<bool>("counts");
 
-    QTest::newRow("of a video") << true;
-    QTest::newRow("of a camera") << false;
+    QTest::newRow("of a video") << true << true;
+    QTest::newRow("of a video that counts as stopped since the list of cameras was renewed") << true << false;
+    QTest::newRow("of a camera") << false << true;
 }
 
 void tst_Startup::hidingTheWindowEndsThePictures()
 {
     QFETCH(bool, isVideo);
+    QFETCH(bool, counts);
     const QTemporaryDir folder;
     const QString video = folder.filePath(u"video.webm"_s);
     QCOMPARE(TestUtils::writeVideo(video, {.frames = 300}), QString());
@@ -328,12 +331,15 @@ void tst_Startup::hidingTheWindowEndsThePictures()
     view()->show();
     if (isVideo) {
         QVERIFY(QMetaObject::invokeMethod(manager, "startVideoStream", Q_ARG(QString, video)));
+        if (!counts)
+            QVERIFY(QMetaObject::invokeMethod(manager, "updateCamerasList"));
     } else {
         TestUtils::TestCameras::install();
         TestUtils::TestCameras::plug({.name = u"Camera"_s});
         QVERIFY(QMetaObject::invokeMethod(manager, "updateCamerasList"));
         QVERIFY(QMetaObject::invokeMethod(manager, "startCameraStream"));
     }
+    QCOMPARE(manager->property("streamRunning").toBool(), counts);
     QTRY_VERIFY_WITH_TIMEOUT(port.hasPendingDatagrams(), 30000);
     while (port.hasPendingDatagrams())
         port.receiveDatagram();

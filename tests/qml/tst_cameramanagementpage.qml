@@ -182,12 +182,50 @@ ViewTestCase {
         plug("Blue");
         compare(state(), "camera | camera stop | camera");
         compare(streams.take()[0], "stop video");
-        // The source for it is made with the list.
-        press("updateCamerasButton");
-        compare(state(), "camera | camera play | camera");
+        streams.receive();
+        tryVerify(() => streams.shows("blue"), 30000);
+    }
+
+    function test_aCameraThatIsPluggedInStreams_data(): var {
+        return [
+            {
+                tag: "as it is",
+                choices: [],
+                size: Qt.size(640, 480)
+            },
+            {
+                tag: "once it is chosen, with another size",
+                choices: [["cameraBox", 0], ["resolutionBox", 1]],
+                size: Qt.size(320, 240)
+            }
+        ];
+    }
+
+    // The list is not renewed.
+    function test_aCameraThatIsPluggedInStreams(data: var) {
+        showPage([]);
+        plug("Red");
+        compare(boxTexts(), ["", "", ""]);
+        for (const [name, index] of data.choices)
+            choose(name, index);
+        if (data.choices.length > 0)
+            press("setSettingsButton");
         streams.receive();
         press("playButton");
-        tryVerify(() => streams.shows("blue"), 30000);
+        tryVerify(() => streams.shows("red") && streams.size() === data.size, 30000);
+    }
+
+    // As of a laptop: its largest size, which is chosen first, comes as JPEG only.
+    function test_aWebcamStreams() {
+        host.plugCamera("Webcam", "video/x-raw,format=YUY2,width=320,height=240,framerate=30/1;image/jpeg,width=640,height=480,framerate=30/1;image/jpeg,width=320,height=240,framerate=30/1", "blue");
+        showPage([]);
+        compare(boxTexts(), ["Webcam", "640x480", "30/1"]);
+        streams.receive();
+        press("playButton");
+        tryVerify(() => streams.shows("blue") && streams.size() === Qt.size(640, 480), 30000);
+        choose("resolutionBox", 1);
+        press("setSettingsButton");
+        tryVerify(() => streams.shows("blue") && streams.size() === Qt.size(320, 240), 30000);
     }
 
     // --- Settings ---------------------------------------------------------------------------------------------------
@@ -673,8 +711,38 @@ ViewTestCase {
         compare(streams.take(), ["play camera"]);
         compare(state(), "| camera stop |");
         page.exitPage(() => {});
-        compare(streams.take(), []);
+        compare(streams.take(), ["stop camera"]);
         compare(cameraEmulationManager.streamRunning, false);
+    }
+
+    function test_leavingEndsAVideoThatCountsAsStopped_data(): var {
+        return [
+            {
+                tag: "as the selected camera was unplugged",
+                stop: () => host.unplugCamera("Blue")
+            },
+            {
+                tag: "as the list was renewed",
+                stop: () => press("updateCamerasButton")
+            }
+        ];
+    }
+
+    function test_leavingEndsAVideoThatCountsAsStopped(data: var) {
+        showPage(["Blue"]);
+        press("videoFileSourceRadioButton");
+        streams.receive();
+        openFile(files.writeVideo("green.webm", "lime"));
+        data.stop();
+        compare(cameraEmulationManager.streamRunning, false);
+        streams.clear();
+        tryVerify(() => streams.shows("lime"), 30000); // and goes on
+        streams.take();
+        streamRunningSpy.clear();
+        click("sensorsValuesButton");
+        compare(page.visible, false);
+        compare(streams.take().slice(-1), ["stop video"]);
+        compare(streamRunningSpy.count, 0);
     }
 
     function test_leavingWithoutAStream() {

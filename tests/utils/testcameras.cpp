@@ -4,6 +4,7 @@
 #include "utils/testcameras.h"
 
 #include <QList>
+#include <QMap>
 #include <QMutex>
 #include <QMutexLocker>
 
@@ -25,9 +26,9 @@ struct Plugged
 
 QMutex mutex; // guards what follows
 QList<Plugged> pluggedCameras;
-GstDeviceProvider *watchingProvider = nullptr;
+QMap<TestCamera::Provider, GstDeviceProvider *> watchingProviders;
 
-// ---- the source element: a bin of videotestsrc and a filter for what the camera can do
+// ---- the source element: a bin of videotestsrc, a filter for what the camera can do, and an encoder for JPEG
 
 enum PropertyId { NoProperty, DeviceProperty, DeviceIndexProperty, DevicePathProperty };
 
@@ -56,8 +57,10 @@ const SourceKind &kindOf(TestCamera::Source source)
 struct TestCameraSource
 {
     GstBin parent;
-    GstElement *pictures; // both owned by the bin
+    GstElement *pictures; // all owned by the bin
     GstElement *filter;
+    GstElement *encoder;
+    GstPad *output;
     gchar *device;
     gchar *devicePath;
     gint deviceIndex;
@@ -97,6 +100,44 @@ GstElementClass *binClass()
     return GST_ELEMENT_CLASS(g_type_class_peek(GST_TYPE_BIN));
 }
 
+void setOutput(TestCameraSource *self, GstElement *last)
+{
+    GstPad *pad = last ? gst_element_get_static_pad(last, "src") : nullptr;
+    gst_ghost_pad_set_target(GST_GHOST_PAD(self->output), pad);
+    if (pad)
+        gst_object_unref(pad);
+}
+
+// Without a target, the output tells of everything that it might do, as a camera does that nobody has opened.
+void closeCamera(TestCameraSource *self)
+{
+    setOutput(self, nullptr);
+    gst_element_unlink(self->filter, self->encoder);
+}
+
+void openCamera(TestCameraSource *self, const TestCamera &camera)
+{
+    gst_util_set_object_arg(G_OBJECT(self->pictures), "pattern", camera.pattern.constData());
+    g_object_set(self->pictures, "foreground-color", camera.color.rgba(), nullptr);
+
+    GstCaps *offered = gst_caps_from_string(camera.caps.constData());
+    GstCaps *wanted = gst_pad_peer_query_caps(self->output, offered);
+    if (!gst_caps_is_empty(wanted) && !gst_caps_is_any(wanted)
+        && gst_structure_has_name(gst_caps_get_structure(wanted, 0), "image/jpeg")) {
+        GstStructure *raw = gst_structure_copy(gst_caps_get_structure(wanted, 0));
+        gst_structure_set_name(raw, "video/x-raw");
+        gst_structure_set(raw, "format", G_TYPE_STRING, "Y42B", nullptr); // as most webcams' JPEG is
+        gst_caps_take(&offered, gst_caps_new_full(raw, nullptr));
+        gst_element_link(self->filter, self->encoder);
+        setOutput(self, self->encoder);
+    } else {
+        setOutput(self, self->filter);
+    }
+    g_object_set(self->filter, "caps", offered, nullptr);
+    gst_caps_unref(wanted);
+    gst_caps_unref(offered);
+}
+
 GstStateChangeReturn changeState(GstElement *element, GstStateChange transition)
 {
     auto *self = reinterpret_cast<TestCameraSource *>(element);
@@ -106,13 +147,12 @@ GstStateChangeReturn changeState(GstElement *element, GstStateChange transition)
             GST_ELEMENT_ERROR(element, RESOURCE, NOT_FOUND, ("There is no such camera"), (nullptr));
             return GST_STATE_CHANGE_FAILURE;
         }
-        gst_util_set_object_arg(G_OBJECT(self->pictures), "pattern", camera->pattern.constData());
-        g_object_set(self->pictures, "foreground-color", camera->color.rgba(), nullptr);
-        GstCaps *caps = gst_caps_from_string(camera->caps.constData());
-        g_object_set(self->filter, "caps", caps, nullptr);
-        gst_caps_unref(caps);
+        openCamera(self, *camera);
     }
-    return binClass()->change_state(element, transition);
+    const GstStateChangeReturn result = binClass()->change_state(element, transition);
+    if (transition == GST_STATE_CHANGE_READY_TO_NULL)
+        closeCamera(self);
+    return result;
 }
 
 void setProperty(GObject *object, guint id, const GValue *value, GParamSpec *)
@@ -164,7 +204,7 @@ void finalizeSource(GObject *object)
 void initSourceClass(gpointer classPointer, gpointer kindPointer)
 {
     static GstStaticPadTemplate pictures =
-        GST_STATIC_PAD_TEMPLATE("src", GST_PAD_SRC, GST_PAD_ALWAYS, GST_STATIC_CAPS("video/x-raw"));
+        GST_STATIC_PAD_TEMPLATE("src", GST_PAD_SRC, GST_PAD_ALWAYS, GST_STATIC_CAPS("video/x-raw(ANY); image/jpeg"));
     auto *sourceClass = static_cast<TestCameraSourceClass *>(classPointer);
     sourceClass->kind = static_cast<const SourceKind *>(kindPointer);
 
@@ -195,12 +235,13 @@ void initSource(GTypeInstance *instance, gpointer)
     self->deviceIndex = -1;
     self->pictures = gst_element_factory_make("videotestsrc", nullptr);
     self->filter = gst_element_factory_make("capsfilter", nullptr);
+    self->encoder = gst_element_factory_make("jpegenc", nullptr);
     g_object_set(self->pictures, "is-live", TRUE, nullptr);
-    gst_bin_add_many(GST_BIN(self), self->pictures, self->filter, nullptr);
+    gst_bin_add_many(GST_BIN(self), self->pictures, self->filter, self->encoder, nullptr);
     gst_element_link(self->pictures, self->filter);
-    GstPad *inner = gst_element_get_static_pad(self->filter, "src");
-    gst_element_add_pad(GST_ELEMENT(self), gst_ghost_pad_new("src", inner));
-    gst_object_unref(inner);
+    self->output = gst_ghost_pad_new_no_target_from_template(
+        "src", gst_element_class_get_pad_template(GST_ELEMENT_GET_CLASS(self), "src"));
+    gst_element_add_pad(GST_ELEMENT(self), self->output);
 }
 
 GType sourceType(const SourceKind &kind)
@@ -265,7 +306,21 @@ void test_camera_device_class_init(TestCameraDeviceClass *deviceClass)
     GST_DEVICE_CLASS(deviceClass)->create_element = createElement;
 }
 
-// ---- the provider
+// ---- the providers
+
+struct ProviderKind
+{
+    TestCamera::Provider provider;
+    const char *factory;
+    guint rank;
+};
+
+// Those of others have their names and ranks.
+constexpr std::array providerKinds{
+    ProviderKind{TestCamera::Provider::Other, "testcameraprovider", GST_RANK_PRIMARY},
+    ProviderKind{TestCamera::Provider::V4l2, "v4l2deviceprovider", GST_RANK_PRIMARY},
+    ProviderKind{TestCamera::Provider::PipeWire, "pipewiredeviceprovider", GST_RANK_PRIMARY + 1},
+};
 
 struct TestCameraProvider
 {
@@ -275,49 +330,82 @@ struct TestCameraProvider
 struct TestCameraProviderClass
 {
     GstDeviceProviderClass parent;
+    TestCamera::Provider provider;
 };
 
-G_DEFINE_TYPE(TestCameraProvider, test_camera_provider, GST_TYPE_DEVICE_PROVIDER)
+TestCamera::Provider kindOf(GstDeviceProvider *provider)
+{
+    return G_TYPE_INSTANCE_GET_CLASS(provider, G_OBJECT_TYPE(provider), TestCameraProviderClass)->provider;
+}
 
-GList *probe(GstDeviceProvider *)
+GList *probe(GstDeviceProvider *provider)
 {
     const QMutexLocker locker(&mutex);
     GList *devices = nullptr;
-    for (const Plugged &plugged : std::as_const(pluggedCameras))
-        devices = g_list_append(devices, gst_object_ref_sink(TestCameras::newDevice(plugged.camera)));
+    for (const Plugged &plugged : std::as_const(pluggedCameras)) {
+        if (plugged.camera.provider == kindOf(provider))
+            devices = g_list_append(devices, gst_object_ref_sink(TestCameras::newDevice(plugged.camera)));
+    }
     return devices;
 }
 
 gboolean start(GstDeviceProvider *provider)
 {
     const QMutexLocker locker(&mutex);
-    watchingProvider = provider;
+    const TestCamera::Provider kind = kindOf(provider);
+    watchingProviders.insert(kind, provider);
+    if (kind == TestCamera::Provider::PipeWire)
+        gst_device_provider_hide_provider(provider, "v4l2deviceprovider");
     for (Plugged &plugged : pluggedCameras) {
+        if (plugged.camera.provider != kind)
+            continue;
         plugged.device = TestCameras::newDevice(plugged.camera);
         gst_device_provider_device_add(provider, plugged.device);
     }
     return TRUE;
 }
 
-void stop(GstDeviceProvider *)
+void stop(GstDeviceProvider *provider)
 {
     // The base class forgets the devices.
     const QMutexLocker locker(&mutex);
-    watchingProvider = nullptr;
-    for (Plugged &plugged : pluggedCameras)
-        plugged.device = nullptr;
+    const TestCamera::Provider kind = kindOf(provider);
+    watchingProviders.remove(kind);
+    for (Plugged &plugged : pluggedCameras) {
+        if (plugged.camera.provider == kind)
+            plugged.device = nullptr;
+    }
 }
 
-void test_camera_provider_init(TestCameraProvider *) {}
-
-void test_camera_provider_class_init(TestCameraProviderClass *providerClass)
+void remove(const Plugged &plugged)
 {
-    GstDeviceProviderClass *baseClass = GST_DEVICE_PROVIDER_CLASS(providerClass);
+    if (plugged.device)
+        gst_device_provider_device_remove(watchingProviders.value(plugged.camera.provider), plugged.device);
+}
+
+void initProviderClass(gpointer classPointer, gpointer kindPointer)
+{
+    static_cast<TestCameraProviderClass *>(classPointer)->provider =
+        static_cast<const ProviderKind *>(kindPointer)->provider;
+    GstDeviceProviderClass *baseClass = GST_DEVICE_PROVIDER_CLASS(classPointer);
     baseClass->probe = probe;
     baseClass->start = start;
     baseClass->stop = stop;
     gst_device_provider_class_set_static_metadata(
         baseClass, "Test cameras", "Source/Video", "Cameras that tests plug and unplug", "Tests");
+}
+
+GType providerType(const ProviderKind &kind)
+{
+    const QByteArray name = QByteArray("TestUtils-") + kind.factory;
+    if (const GType known = g_type_from_name(name.constData()))
+        return known;
+    GTypeInfo info = {};
+    info.class_size = sizeof(TestCameraProviderClass);
+    info.class_init = initProviderClass;
+    info.class_data = &kind;
+    info.instance_size = sizeof(TestCameraProvider);
+    return g_type_register_static(GST_TYPE_DEVICE_PROVIDER, name.constData(), &info, GTypeFlags(0));
 }
 
 gboolean initPlugin(GstPlugin *plugin)
@@ -326,8 +414,11 @@ gboolean initPlugin(GstPlugin *plugin)
         if (!gst_element_register(plugin, kind.factory, GST_RANK_NONE, sourceType(kind)))
             return FALSE;
     }
-    return gst_device_provider_register(
-        plugin, "testcameraprovider", GST_RANK_PRIMARY, test_camera_provider_get_type());
+    for (const ProviderKind &kind : providerKinds) {
+        if (!gst_device_provider_register(plugin, kind.factory, kind.rank, providerType(kind)))
+            return FALSE;
+    }
+    return TRUE;
 }
 
 } // namespace
@@ -360,9 +451,9 @@ void TestCameras::plug(const TestCamera &camera)
 {
     const QMutexLocker locker(&mutex);
     Plugged plugged{camera, nullptr};
-    if (watchingProvider) {
+    if (GstDeviceProvider *provider = watchingProviders.value(camera.provider)) {
         plugged.device = newDevice(camera);
-        gst_device_provider_device_add(watchingProvider, plugged.device);
+        gst_device_provider_device_add(provider, plugged.device);
     }
     pluggedCameras.append(plugged);
 }
@@ -373,9 +464,7 @@ void TestCameras::unplug(const QString &name)
     for (qsizetype i = 0; i < pluggedCameras.size(); ++i) {
         if (pluggedCameras.at(i).camera.name != name)
             continue;
-        const Plugged plugged = pluggedCameras.takeAt(i);
-        if (plugged.device)
-            gst_device_provider_device_remove(watchingProvider, plugged.device);
+        remove(pluggedCameras.takeAt(i));
         return;
     }
 }
@@ -383,10 +472,8 @@ void TestCameras::unplug(const QString &name)
 void TestCameras::unplugAll()
 {
     const QMutexLocker locker(&mutex);
-    for (const Plugged &plugged : std::as_const(pluggedCameras)) {
-        if (plugged.device)
-            gst_device_provider_device_remove(watchingProvider, plugged.device);
-    }
+    for (const Plugged &plugged : std::as_const(pluggedCameras))
+        remove(plugged);
     pluggedCameras.clear();
 }
 
@@ -400,7 +487,7 @@ GstDevice *TestCameras::newDevice(const TestCamera &camera)
         "caps",
         caps,
         "device-class",
-        "Video/Source",
+        camera.deviceClass.constData(),
         nullptr));
     gst_caps_unref(caps);
     *device->camera = camera;
@@ -410,7 +497,13 @@ GstDevice *TestCameras::newDevice(const TestCamera &camera)
 bool TestCameras::isWatched()
 {
     const QMutexLocker locker(&mutex);
-    return watchingProvider;
+    return !watchingProviders.isEmpty();
+}
+
+bool TestCameras::isWatched(TestCamera::Provider provider)
+{
+    const QMutexLocker locker(&mutex);
+    return watchingProviders.contains(provider);
 }
 
 } // namespace TestUtils

@@ -11,7 +11,8 @@
 
 namespace TestUtils {
 
-/// A camera that exists only in this process. Its source element sends a test picture in the formats of its caps.
+/// A camera that exists only in this process. Its source element sends a test picture in the formats of its caps, raw
+/// or as JPEG: in the first of them that is wanted of it.
 struct TestCamera
 {
     /// How the source element is told which camera it is: the names and the order of its properties.
@@ -24,6 +25,13 @@ struct TestCamera
         Plain,         ///< nothing; it is the camera that was plugged first
     };
 
+    /// Who tells of it. A camera that V4L2 has and PipeWire offers, too, is plugged twice.
+    enum class Provider {
+        Other,
+        V4l2,
+        PipeWire, ///< where somebody watches it, V4L2's cameras are hidden
+    };
+
     QString name;
     QByteArray caps = "video/x-raw,format=I420,width=320,height=240,framerate=30/1";
     Source source = Source::Device;
@@ -32,13 +40,15 @@ struct TestCamera
     QColor color = Qt::blue;
     /// Of videotestsrc; the colour is that of "solid-color".
     QByteArray pattern = "solid-color";
+    Provider provider = Provider::Other;
+    QByteArray deviceClass = "Video/Source";
 };
 
 /// The host's cameras, for a GStreamer that knows no others. All functions may be called in any thread.
 class TestCameras
 {
 public:
-    /// Initialises GStreamer and puts a device provider of our own in the place of all others. To be called once,
+    /// Initialises GStreamer and puts device providers of our own in the place of all others. To be called once,
     /// before anything looks for cameras.
     static void install();
 
@@ -52,6 +62,7 @@ public:
 
     /// Somebody has been told of the cameras, and will be told of changes.
     static bool isWatched();
+    static bool isWatched(TestCamera::Provider provider);
 };
 
 } // namespace TestUtils

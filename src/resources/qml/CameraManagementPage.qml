@@ -31,12 +31,14 @@ ManagementPage {
 
     function exitPage(callback: var) {
         callback();
-        if (!manager.streamRunning)
-            return;
-        if (cameraRadioButton.checked)
-            manager.stopCameraStream();
-        else
-            manager.stopVideoStream();
+        if (manager.streamRunning) {
+            if (cameraRadioButton.checked)
+                manager.stopCameraStream();
+            else
+                manager.stopVideoStream();
+        }
+        // No file ends what runs all the same: the other source's stream, or one that no longer counts as running.
+        manager.startVideoStream("");
     }
 
     function localPath(url: url): string {

@@ -54,6 +54,8 @@ private Q_SLOTS:
     void readsCaps_data();
     void readsCaps();
     void readsNoCaps();
+    void knowsWhatComesAsJpegOnly_data();
+    void knowsWhatComesAsJpegOnly();
     void findsTheDeviceProperty_data();
     void findsTheDeviceProperty();
     void namesDevices();
@@ -305,6 +307,68 @@ void TestCameraCapabilities::readsCaps()
 void TestCameraCapabilities::readsNoCaps()
 {
     QCOMPARE(availableResolutions(nullptr), QVariantList());
+}
+
+void TestCameraCapabilities::knowsWhatComesAsJpegOnly_data()
+{
+    QTest::addColumn<QByteArray>("caps");
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QString>("framerate");
+    QTest::addColumn<bool>("jpegOnly");
+
+    const QByteArray laptop = "video/x-raw,format=YUY2,width=640,height=480,framerate=30/1;"
+                              "video/x-raw,format=YUY2,width=1280,height=720,framerate={10/1,5/1};"
+                              "image/jpeg,width=1280,height=720,framerate={30/1,10/1};"
+                              "image/jpeg,width=1920,height=1080,framerate=30/1;"
+                              "image/jpeg,width=640,height=480,framerate=30/1";
+    const QString vga = u",width=640,height=480"_s;
+    const QString hd = u",width=1280,height=720"_s;
+    const QString fullHd = u",width=1920,height=1080"_s;
+    const QString rate = u",framerate=30/1"_s;
+    QTest::newRow("a size that comes as JPEG only") << laptop << fullHd << rate << true;
+    QTest::newRow("a size that comes as JPEG only, at any rate") << laptop << fullHd << QString() << true;
+    QTest::newRow("a size and rate that come as both") << laptop << vga << rate << false;
+    QTest::newRow("a rate of a raw size that comes as JPEG only") << laptop << hd << rate << true;
+    QTest::newRow("another rate of this size that comes as both") << laptop << hd << u",framerate=10/1"_s << false;
+    QTest::newRow("a rate of this size that comes raw only") << laptop << hd << u",framerate=5/1"_s << false;
+    QTest::newRow("a size that comes as both, at any rate") << laptop << hd << QString() << false;
+    QTest::newRow("any size") << laptop << QString() << QString() << false;
+    QTest::newRow("any size, at a rate that comes as both") << laptop << QString() << rate << false;
+    QTest::newRow("a size that does not come") << laptop << u",width=4,height=4"_s << rate << false;
+    QTest::newRow("a rate in the whole numbers of the list, of a raw size")
+        << "video/x-raw,width=640,height=480,framerate={30000/1001,15/1};image/jpeg,width=640,height=480,framerate=30/1"_ba
+        << vga << u",framerate=29/1"_s << false;
+    QTest::newRow("a rate in the whole numbers of the list, of a JPEG size")
+        << "image/jpeg,width=640,height=480,framerate={30000/1001,15/1}"_ba << vga << u",framerate=29/1"_s << true;
+    QTest::newRow("JPEG that is listed first")
+        << "image/jpeg,width=640,height=480,framerate=30/1;video/x-raw,width=640,height=480,framerate=30/1"_ba << vga
+        << rate << false;
+    QTest::newRow("raw pictures in a memory that the encoder cannot read")
+        << "video/x-raw(memory:DMABuf),width=640,height=480,framerate=30/1;"
+           "image/jpeg,width=640,height=480,framerate=30/1"_ba
+        << vga << rate << true;
+    QTest::newRow("raw sizes in a range") << "video/x-raw,width=[1,1920],height=[1,1080],framerate=[1/1,60/1];"
+                                             "image/jpeg,width=640,height=480,framerate=30/1"_ba
+                                          << vga << rate << false;
+    QTest::newRow("H.264 only")
+        << "video/x-h264,width=640,height=480,framerate=30/1;video/x-raw,width=320,height=240"_ba << vga << rate
+        << false;
+    QTest::newRow("a rate that is none") << laptop << vga << u",framerate=1,=;/"_s << false;
+    QTest::newRow("a rate that is none, of a size that comes as JPEG only")
+        << laptop << fullHd << u",framerate=1,=;/"_s << true;
+    QTest::newRow("nothing offered") << "EMPTY"_ba << vga << rate << false;
+}
+
+void TestCameraCapabilities::knowsWhatComesAsJpegOnly()
+{
+    QFETCH(QByteArray, caps);
+    QFETCH(QString, size);
+    QFETCH(QString, framerate);
+    QFETCH(bool, jpegOnly);
+    const GstCapsPointer parsed(gst_caps_from_string(caps.constData()));
+    QVERIFY(parsed);
+    QCOMPARE(isJpegOnly(parsed.get(), size, framerate), jpegOnly);
+    QVERIFY(!isJpegOnly(nullptr, size, framerate));
 }
 
 void TestCameraCapabilities::findsTheDeviceProperty_data()

@@ -32,6 +32,8 @@ const QString cameraPipeline = u"camera-stream-pipeline"_s;
 const QString videoPipeline = u"video-stream-pipeline"_s;
 const QStringList cameraChain{
     u"sourcePluginCam"_s, u"capsfilterCam"_s, u"jpegencCam"_s, u"rtpjpegpayCam"_s, u"udpsinkCam"_s};
+const QStringList decodingChain{
+    u"sourcePluginCam"_s, u"jpegdecCam"_s, u"capsfilterCam"_s, u"jpegencCam"_s, u"rtpjpegpayCam"_s, u"udpsinkCam"_s};
 const QStringList videoElements{u"filesrc"_s, u"decodebin"_s, u"jpegencVS"_s, u"m_rtpjpegpayVS"_s, u"udpsinkVS"_s};
 
 // In the order of their names; Beta is the one whose first resolution is small.
@@ -50,6 +52,13 @@ const TestCamera gammaCamera{
     .name = u"Gamma"_s,
     .caps = "video/x-raw,format=YUY2,width=800,height=600,framerate={25/1,20/1}",
     .device = u"/dev/gamma"_s,
+};
+// Its largest size comes as JPEG only.
+const TestCamera webCamera{
+    .name = u"Web"_s,
+    .caps = "video/x-raw,format=YUY2,width=640,height=480,framerate=30/1;"
+            "image/jpeg,width=1920,height=1080,framerate=30/1;image/jpeg,width=640,height=480,framerate=30/1",
+    .device = u"/dev/web"_s,
 };
 // Offers nothing that can be chosen.
 const TestCamera oddCamera{
@@ -148,6 +157,10 @@ private Q_SLOTS:
     void selectsTheDevice_data();
     void selectsTheDevice();
     void aSourceOfAnotherKindIsLeftAlone();
+    void jpegIsDecodedAheadOfTheFilter();
+    void aStreamThatCountsAsStoppedGoesOnWithAnotherKindOfPictures();
+    void forgetsWhatAnUnpluggedCameraOffered();
+    void v4l2sCamerasComeBeforePipeWires();
     void theFirstDeviceDecidesOfWhichKindTheSourceIs_data();
     void theFirstDeviceDecidesOfWhichKindTheSourceIs();
 
@@ -677,6 +690,104 @@ void TestCameraEmulationManager::aSourceOfAnotherKindIsLeftAlone()
     QCOMPARE(sourceDevice(), betaCamera.device);
 }
 
+void TestCameraEmulationManager::jpegIsDecodedAheadOfTheFilter()
+{
+    setUpWith({webCamera, alphaCamera});
+    QCOMPARE(m_manager->cameraName(), u"Alpha"_s);
+    QCOMPARE(PipelineRecorder::elements(cameraPipeline), cameraChain);
+
+    m_manager->setCameraName(u"Web"_s);
+    QCOMPARE(m_manager->width(), 1920);
+    QCOMPARE(PipelineRecorder::elements(cameraPipeline), cameraChain); // it is not applied yet
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), decodingChain);
+    QVERIFY(filters("video/x-raw,width=1920,height=1080,framerate=30/1"));
+    const GstElementPointer decoder = element(cameraPipeline, u"jpegdecCam"_s);
+    QVERIFY(decoder);
+    QCOMPARE(QString::fromUtf8(GST_OBJECT_NAME(gst_element_get_factory(decoder.get()))), u"jpegdec"_s);
+    PipelineRecorder::takeEntries();
+    m_manager->setCameraStreamSettings(); // once more
+    QCOMPARE(PipelineRecorder::takeEntries(), QStringList());
+
+    m_manager->setResolutionIndex(1);
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(m_manager->width(), 640);
+    QCOMPARE(PipelineRecorder::takeEntries(), QStringList(u"sourcePluginCam > capsfilterCam"_s));
+    QCOMPARE(PipelineRecorder::elements(cameraPipeline), cameraChain);
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
+
+    // A pipeline that is made anew has it from the start.
+    TestCameras::unplug(u"Alpha"_s);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Web"_s));
+    m_manager->updateCamerasList();
+    QTRY_COMPARE(PipelineRecorder::count(cameraPipeline), 1);
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), decodingChain);
+}
+
+void TestCameraEmulationManager::aStreamThatCountsAsStoppedGoesOnWithAnotherKindOfPictures()
+{
+    setUpWith({webCamera});
+    m_manager->startCameraStream();
+    m_manager->stopVideoStream(); // the other one
+    m_manager->setResolutionIndex(1);
+    PipelineRecorder::takeEntries();
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(m_manager->streamRunning(), false);
+    QVERIFY(PipelineRecorder::isPlaying(cameraPipeline));
+    QCOMPARE(
+        PipelineRecorder::takeEntries(),
+        QStringList(
+            {u"stop camera-stream-pipeline"_s,
+             u"sourcePluginCam > capsfilterCam"_s,
+             u"play camera-stream-pipeline"_s}));
+}
+
+void TestCameraEmulationManager::forgetsWhatAnUnpluggedCameraOffered()
+{
+    setUpWith({webCamera});
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), decodingChain);
+    TestCameras::unplug(u"Web"_s);
+    QTRY_COMPARE(m_manager->cameras(), QStringList());
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
+    TestCamera other = webCamera;
+    other.caps = alphaCamera.caps;
+    TestCameras::plug(other);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Web"_s));
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
+    TestCameras::unplug(u"Web"_s);
+    TestCameras::plug(webCamera);
+    m_manager->updateCamerasList();
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), decodingChain);
+}
+
+// PipeWire's sources have no property by which one of its cameras could be chosen.
+void TestCameraEmulationManager::v4l2sCamerasComeBeforePipeWires()
+{
+    m_manager.reset();
+    for (const TestCamera &camera : {alphaCamera, betaCamera}) {
+        TestCamera ofV4l2 = camera;
+        ofV4l2.provider = TestCamera::Provider::V4l2;
+        TestCamera ofPipeWire = camera;
+        ofPipeWire.name += u" (V4L2)"_s;
+        ofPipeWire.source = TestCamera::Source::Plain;
+        ofPipeWire.provider = TestCamera::Provider::PipeWire;
+        TestCameras::plug(ofPipeWire);
+        TestCameras::plug(ofV4l2);
+    }
+    makeManager();
+    m_manager->setupCameraStreamPipeline();
+    QCOMPARE(m_manager->cameras(), QStringList({u"Alpha"_s, u"Beta"_s}));
+    m_manager->setCameraName(u"Beta"_s);
+    m_manager->setCameraStreamSettings();
+    QCOMPARE(sourceDevice(), betaCamera.device);
+
+    for (const QString &name : {u"Alpha"_s, u"Beta"_s})
+        TestCameras::unplug(name);
+    m_manager->updateCamerasList();
+    QCOMPARE(m_manager->cameras(), QStringList({u"Alpha (V4L2)"_s, u"Beta (V4L2)"_s}));
+}
+
 void TestCameraEmulationManager::theFirstDeviceDecidesOfWhichKindTheSourceIs_data()
 {
     QTest::addColumn<QStringList>("order");
@@ -818,6 +929,15 @@ void TestCameraEmulationManager::firstCameraPluggedIn()
     QCOMPARE(
         m_log->takeEntries(),
         QStringList({u"cameras=Beta"_s, u"resolutionsChanged"_s, u"framerates="_s, u"cameraStreamSettingsApplied"_s}));
+    // But there is a source now, which knows of no other.
+    QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
+    QCOMPARE(sourceDevice(), betaCamera.device);
+    QVERIFY(filters("video/x-raw"));
+
+    m_manager->setCameraName(u"Beta"_s);
+    m_manager->setCameraStreamSettings();
+    QVERIFY(filters("video/x-raw,width=352,height=288,framerate=25/1"));
+    QTRY_COMPARE(PipelineRecorder::count(cameraPipeline), 1);
 }
 
 // The chosen name is still the first one's, and so the source's device.
@@ -944,7 +1064,7 @@ void TestCameraEmulationManager::pluggedInAgain()
     QCOMPARE(m_manager->cameraName(), u"Alpha"_s);
     QCOMPARE(m_manager->resolutions().size(), 2);
     m_manager->startCameraStream();
-    QVERIFY(m_manager->streamRunning());
+    QVERIFY(PipelineRecorder::isPlaying(cameraPipeline));
     QCOMPARE(PipelineRecorder::chain(cameraPipeline, u"sourcePluginCam"_s), cameraChain);
 }
 
@@ -977,7 +1097,6 @@ void TestCameraEmulationManager::updatesTheList()
     setUpWith({});
     TestCameras::plug(betaCamera);
     QTRY_COMPARE(m_manager->cameras(), QStringList(u"Beta"_s));
-    QTRY_COMPARE(PipelineRecorder::count(cameraPipeline), 0);
     m_log->takeEntries();
 
     m_manager->updateCamerasList();

@@ -32,6 +32,8 @@ private Q_SLOTS:
     void listsWhatHasNotBeenAnnounced();
     void listsNoneWithoutCameras();
     void watchesCamerasOfRawPicturesOnly();
+    void tellsV4l2sCamerasApart();
+    void hearsOfPipeWiresCamerasWhereV4l2HasNone();
     void announcesCamerasThatAreThere();
     void announcesInOrder();
     void announcesInItsOwnThread();
@@ -118,6 +120,38 @@ void TestCameraMonitor::watchesCamerasOfRawPicturesOnly()
     TestCameras::plug({.name = u"Both"_s, .caps = "image/jpeg,width=640,height=480;video/x-raw,width=320,height=240"});
     QTRY_COMPARE(m_announced, QStringList(u"+Both"_s));
     QCOMPARE(names(*m_monitor), QStringList(u"Both"_s));
+}
+
+// As on a desktop: PipeWire offers them all, too.
+void TestCameraMonitor::tellsV4l2sCamerasApart()
+{
+    using Provider = TestCamera::Provider;
+    m_monitor.reset();
+    for (const QString &name : {u"Webcam"_s, u"Microscope"_s}) {
+        TestCameras::plug({.name = name, .provider = Provider::V4l2});
+        TestCameras::plug({.name = name + u" (V4L2)"_s, .provider = Provider::PipeWire});
+    }
+    m_monitor = newMonitor();
+    QVERIFY(!TestCameras::isWatched(Provider::PipeWire));
+    QCOMPARE(names(*m_monitor), QStringList({u"Webcam"_s, u"Microscope"_s}));
+    TestCameras::plug({.name = u"Grabber (V4L2)"_s, .provider = Provider::PipeWire});
+    TestCameras::plug({.name = u"Grabber"_s, .provider = Provider::V4l2});
+    QTRY_COMPARE(m_announced, QStringList({u"+Webcam"_s, u"+Microscope"_s, u"+Grabber"_s}));
+}
+
+void TestCameraMonitor::hearsOfPipeWiresCamerasWhereV4l2HasNone()
+{
+    using Provider = TestCamera::Provider;
+    QVERIFY(TestCameras::isWatched(Provider::PipeWire));
+    TestCameras::plug({.name = u"Webcam"_s, .provider = Provider::V4l2});
+    TestCameras::plug({.name = u"Webcam (V4L2)"_s, .provider = Provider::PipeWire});
+    TestCameras::plug({.name = u"Screen"_s, .provider = Provider::PipeWire});
+    QTRY_COMPARE(m_announced, QStringList({u"+Webcam (V4L2)"_s, u"+Screen"_s}));
+    QCOMPARE(names(*m_monitor), m_announced.replaceInStrings(u"+"_s, QString()));
+    // A monitor that is made by now sees each of V4L2's.
+    m_monitor.reset();
+    m_monitor = newMonitor();
+    QCOMPARE(names(*m_monitor), QStringList(u"Webcam"_s));
 }
 
 void TestCameraMonitor::announcesCamerasThatAreThere()

@@ -51,6 +51,16 @@ const QString stopCamera = u"stop camera-stream-pipeline"_s;
 const QString playVideo = u"play video-stream-pipeline"_s;
 const QString stopVideo = u"stop video-stream-pipeline"_s;
 
+const QStringList rawChain{
+    u"sourcePluginCam"_s, u"capsfilterCam"_s, u"jpegencCam"_s, u"rtpjpegpayCam"_s, u"udpsinkCam"_s};
+const QStringList decodingChain{
+    u"sourcePluginCam"_s, u"jpegdecCam"_s, u"capsfilterCam"_s, u"jpegencCam"_s, u"rtpjpegpayCam"_s, u"udpsinkCam"_s};
+
+QStringList cameraChain()
+{
+    return PipelineRecorder::chain(u"camera-stream-pipeline"_s, u"sourcePluginCam"_s);
+}
+
 bool writeBytes(const QString &filePath, const QByteArray &bytes)
 {
     QFile file(filePath);
@@ -86,6 +96,13 @@ private Q_SLOTS:
     void aPatternArrivesPixelByPixel();
     void theChosenCameraIsShown();
     void appliedSettingsArrive();
+    void jpegIsDecodedWhereNothingElseComes_data();
+    void jpegIsDecodedWhereNothingElseComes();
+    void sizesOfBothKindsTakeTurns_data();
+    void sizesOfBothKindsTakeTurns();
+    void theFirstCameraThatIsPluggedInStreams_data();
+    void theFirstCameraThatIsPluggedInStreams();
+    void theFirstCameraThatIsPluggedInBeginsToStream();
 
     void videoLoops_data();
     void videoLoops();
@@ -109,11 +126,15 @@ private Q_SLOTS:
     void appliedSettingsReplaceTheVideo();
     void unpluggedWhileAVideoPlays();
     void updatingTheListWhileAVideoPlays();
+    void noFileEndsAVideoThatCountsAsStopped();
+    void updatingTheListEndsTheCamerasStream();
+    void pluggedInAgainItStreams();
     void truncatedFiles();
     void streamsLeaveNothingBehind();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
+    bool nothingComes();
     void addRefusedFiles();
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -148,6 +169,27 @@ void TestCameraStreams::cleanup()
     m_receiver.reset();
     TestCameras::unplugAll();
     PipelineRecorder::takeEntries();
+}
+
+// Of the manager's. While another sender's pictures come, one by one, a stream that goes on would be seen.
+bool TestCameraStreams::nothingComes()
+{
+    const auto send = [this](int pictures) {
+        return TestUtils::writeMedia(
+                   path(u"sent"_s),
+                   "videotestsrc is-live=true num-buffers=" + QByteArray::number(pictures)
+                       + " ! video/x-raw,format=I420,width=64,height=48,framerate=30/1 ! jpegenc ! tee name=all"
+                         " ! queue ! rtpjpegpay ! udpsink host=127.0.0.1 port=34343 all. ! queue ! filesink "
+                         "name=target")
+            .isEmpty();
+    };
+    const QSize size(64, 48);
+    // What was on its way is there before it.
+    if (!send(1) || !QTest::qWaitFor([&] { return m_receiver->size() == size; }, 30000))
+        return false;
+    m_receiver->clear();
+    return send(5) && QTest::qWaitFor([&] { return m_receiver->frameCount() >= 5; }, 30000)
+        && m_receiver->sizes() == QList<QSize>({size});
 }
 
 void TestCameraStreams::cameraPicturesArrive_data()
@@ -228,6 +270,7 @@ void TestCameraStreams::theChosenCameraIsShown()
     // The first that is left is taken, but not started.
     TestCameras::unplug(u"Red"_s);
     QTRY_VERIFY(!m_manager->streamRunning());
+    QVERIFY(nothingComes());
     m_manager->startCameraStream();
     QTRY_VERIFY_WITH_TIMEOUT(alike(m_receiver->color(), blue), 30000);
 }
@@ -250,6 +293,134 @@ void TestCameraStreams::appliedSettingsArrive()
     QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 5, 30000);
     QCOMPARE(m_receiver->sizes(), QList<QSize>({QSize(320, 240)}));
     QVERIFY2(qAbs(m_receiver->rate() - 20) < 0.05, qPrintable(QString::number(m_receiver->rate())));
+}
+
+void TestCameraStreams::jpegIsDecodedWhereNothingElseComes_data()
+{
+    QTest::addColumn<QByteArray>("caps");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("rate");
+    QTest::addColumn<bool>("decoded");
+
+    const QByteArray rawSmall = "video/x-raw,format=YUY2,width=320,height=240,framerate=30/1";
+    const QByteArray jpegSmall = "image/jpeg,width=320,height=240,framerate=30/1";
+    const QByteArray jpegLarge = "image/jpeg,width=640,height=480,framerate={20/1,10/1}";
+    QTest::newRow("a laptop's camera: the largest size comes as JPEG only")
+        << rawSmall + ';' + jpegLarge + ';' + jpegSmall << QSize(640, 480) << 20.0 << true;
+    QTest::newRow("JPEG is listed first")
+        << jpegLarge + ';' + jpegSmall + ';' + rawSmall << QSize(640, 480) << 20.0 << true;
+    QTest::newRow("a size that comes as both stays raw")
+        << jpegSmall + ';' + rawSmall << QSize(320, 240) << 30.0 << false;
+    QTest::newRow("the highest rate of a raw size comes as JPEG only")
+        << jpegLarge + ";video/x-raw,format=YUY2,width=640,height=480,framerate={10/1,5/1}" << QSize(640, 480) << 20.0
+        << true;
+    QTest::newRow("the size is in a range that comes raw")
+        << jpegSmall + ";video/x-raw,format=I420,width=[16,1920],height=[16,1080],framerate=[1/1,60/1]"
+        << QSize(320, 240) << 30.0 << false;
+}
+
+void TestCameraStreams::jpegIsDecodedWhereNothingElseComes()
+{
+    QFETCH(QByteArray, caps);
+    QFETCH(QSize, size);
+    QFETCH(double, rate);
+    QFETCH(bool, decoded);
+    TestCamera camera = blueCamera;
+    camera.caps = caps;
+    TestCameras::plug(camera);
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startCameraStream();
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
+    QCOMPARE(m_receiver->sizes(), QList<QSize>({size}));
+    QVERIFY2(qAbs(m_receiver->rate() - rate) < 0.05, qPrintable(QString::number(m_receiver->rate())));
+    QVERIFY(alike(m_receiver->color(), blue));
+    QCOMPARE(cameraChain(), decoded ? decodingChain : rawChain);
+}
+
+void TestCameraStreams::sizesOfBothKindsTakeTurns_data()
+{
+    QTest::addColumn<bool>("streaming");
+
+    QTest::newRow("while the camera streams") << true;
+    QTest::newRow("between two streams") << false;
+}
+
+void TestCameraStreams::sizesOfBothKindsTakeTurns()
+{
+    QFETCH(bool, streaming);
+    TestCamera camera = blueCamera;
+    camera.caps = "video/x-raw,format=YUY2,width=320,height=240,framerate=30/1;"
+                  "image/jpeg,width=640,height=480,framerate=30/1";
+    TestCameras::plug(camera);
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startCameraStream();
+    QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), QSize(640, 480), 30000);
+    for (int i = 0; i < 6; ++i) {
+        const bool isRaw = i % 2 == 0;
+        if (!streaming)
+            m_manager->stopCameraStream();
+        m_manager->setResolutionIndex(isRaw ? 1 : 0);
+        m_manager->setCameraStreamSettings();
+        QCOMPARE(cameraChain(), isRaw ? rawChain : decodingChain);
+        if (!streaming)
+            m_manager->startCameraStream();
+        const QSize size = isRaw ? QSize(320, 240) : QSize(640, 480);
+        QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), size, 30000);
+        m_receiver->clear();
+        QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 5, 30000);
+        QCOMPARE(m_receiver->sizes(), QList<QSize>({size}));
+    }
+    QCOMPARE(PipelineRecorder::elements(u"camera-stream-pipeline"_s).size(), decodingChain.size());
+}
+
+void TestCameraStreams::theFirstCameraThatIsPluggedInStreams_data()
+{
+    QTest::addColumn<bool>("chosen");
+
+    QTest::newRow("once it is chosen") << true;
+    QTest::newRow("even if nobody chooses it") << false;
+}
+
+void TestCameraStreams::theFirstCameraThatIsPluggedInStreams()
+{
+    QFETCH(bool, chosen);
+    m_manager->setupCameraStreamPipeline(); // the view is shown
+    TestCameras::plug(blueCamera);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Blue"_s));
+    if (chosen) {
+        m_manager->setCameraName(u"Blue"_s);
+        m_manager->setCameraStreamSettings();
+    }
+    m_manager->startCameraStream();
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
+    QVERIFY(alike(m_receiver->color(), blue));
+    m_manager->stopCameraStream();
+    QVERIFY(nothingComes());
+
+    // So does one that comes when it has gone, once it is chosen.
+    TestCameras::unplug(u"Blue"_s);
+    QTRY_COMPARE(m_manager->cameras(), QStringList());
+    TestCamera red = blueCamera;
+    red.name = u"Red"_s;
+    red.device = u"/dev/test1"_s;
+    red.color = Qt::red;
+    TestCameras::plug(red);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Red"_s));
+    m_manager->setCameraName(u"Red"_s);
+    m_manager->setCameraStreamSettings();
+    m_manager->startCameraStream();
+    QTRY_VERIFY_WITH_TIMEOUT(alike(m_receiver->color(), Qt::red), 30000);
+}
+
+// A stream that has been started counts as running, also where there is nothing to see.
+void TestCameraStreams::theFirstCameraThatIsPluggedInBeginsToStream()
+{
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startCameraStream();
+    TestCameras::plug(blueCamera);
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
+    QVERIFY(alike(m_receiver->color(), blue));
+    QCOMPARE(m_receiver->sizes(), QList<QSize>({cameraSize}));
 }
 
 void TestCameraStreams::videoLoops_data()
@@ -480,6 +651,7 @@ void TestCameraStreams::refusedFilesEndARunningStream()
     QCOMPARE(m_log->takeEntries(), QStringList(u"videoFileCodecChecked"_s));
     QCOMPARE(m_manager->streamRunning(), true);
     QCOMPARE(takeStates(), QStringList(stopCamera));
+    QVERIFY(nothingComes());
 }
 
 void TestCameraStreams::onlyAcceptedFilesReachTheSource_data()
@@ -520,8 +692,7 @@ void TestCameraStreams::onlyAcceptedFilesReachTheSource()
         m_manager->startVideoStream(file);
         QCOMPARE(location(), other);
         QVERIFY(m_manager->streamRunning());
-        QVERIFY(!PipelineRecorder::isPlaying(u"video-stream-pipeline"_s));
-        QVERIFY(!PipelineRecorder::isPlaying(u"camera-stream-pipeline"_s));
+        QVERIFY(nothingComes());
     }
     m_manager->startVideoStream(m_video);
     QCOMPARE(location(), m_video);
@@ -552,6 +723,7 @@ void TestCameraStreams::aVideoThatCannotBeEncodedBlocksNothing()
     QCOMPARE(checked.size(), 1);
     QCOMPARE(checked.first().first().toBool(), true);
     QVERIFY(m_manager->streamRunning());
+    QVERIFY(nothingComes());
     m_manager->startVideoStream(deep);
     m_manager->startVideoStream(m_video);
     QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 5, 30000);
@@ -597,6 +769,7 @@ void TestCameraStreams::cameraToVideoToCamera()
     QCOMPARE(log.count(u"streamRunning=true"_s), 6);
     QCOMPARE(log.count(u"streamRunning=false"_s), 0);
     QCOMPARE(takeStates().last(), stopVideo);
+    QVERIFY(nothingComes());
 }
 
 void TestCameraStreams::appliedSettingsReplaceTheVideo()
@@ -636,6 +809,7 @@ void TestCameraStreams::unpluggedWhileAVideoPlays()
     QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
     m_manager->stopVideoStream();
     QCOMPARE(takeStates().last(), stopVideo);
+    QVERIFY(nothingComes());
 }
 
 void TestCameraStreams::updatingTheListWhileAVideoPlays()
@@ -651,6 +825,52 @@ void TestCameraStreams::updatingTheListWhileAVideoPlays()
     m_receiver->clear();
     QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000);
     QCOMPARE(m_receiver->sizes(), QList<QSize>({cameraSize}));
+}
+
+// So a page and a window that are left end it.
+void TestCameraStreams::noFileEndsAVideoThatCountsAsStopped()
+{
+    TestCameras::plug(blueCamera);
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startVideoStream(m_video);
+    m_manager->updateCamerasList();
+    QCOMPARE(m_manager->streamRunning(), false);
+    m_receiver->clear();
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 10, 30000); // more than one round
+    m_log->takeEntries();
+    m_manager->startVideoStream(QString());
+    QVERIFY(nothingComes());
+    QCOMPARE(m_log->takeEntries(), QStringList());
+}
+
+void TestCameraStreams::updatingTheListEndsTheCamerasStream()
+{
+    TestCameras::plug(blueCamera);
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startCameraStream();
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 1, 30000);
+    m_manager->updateCamerasList();
+    QVERIFY(nothingComes());
+    m_manager->startCameraStream();
+    QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), cameraSize, 30000);
+}
+
+void TestCameraStreams::pluggedInAgainItStreams()
+{
+    TestCameras::plug(blueCamera);
+    m_manager->setupCameraStreamPipeline();
+    m_manager->startCameraStream();
+    QTRY_VERIFY_WITH_TIMEOUT(m_receiver->frameCount() >= 1, 30000);
+    TestCameras::unplug(u"Blue"_s);
+    QTRY_COMPARE(m_manager->cameras(), QStringList());
+    QVERIFY(nothingComes());
+    TestCameras::plug(blueCamera);
+    QTRY_COMPARE(m_manager->cameras(), QStringList(u"Blue"_s));
+    QVERIFY(nothingComes()); // before somebody starts it
+    m_manager->startCameraStream();
+    QTRY_COMPARE_WITH_TIMEOUT(m_receiver->size(), cameraSize, 30000);
+    m_manager->stopCameraStream();
+    QVERIFY(nothingComes());
 }
 
 void TestCameraStreams::truncatedFiles()
