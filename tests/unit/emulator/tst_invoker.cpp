@@ -121,6 +121,7 @@ private Q_SLOTS:
     void answersEnabled();
     void announcesChanges();
     void playsTracks();
+    void announcesThePositionsOfAPlayingTrack();
     void carriesLongTracks();
 
     void reportsErrors_data();
@@ -278,23 +279,33 @@ class PropertyListener : public QObject
 {
     Q_OBJECT
 
-public Q_SLOTS:
-    void onPropertiesChanged(const QString &, const QVariantMap &changed, const QStringList &) { last.insert(changed); }
-
 public:
+    bool listenTo(const QString &service)
+    {
+        return QDBusConnection::systemBus().connect(
+            service,
+            objectPath(service),
+            u"org.freedesktop.DBus.Properties"_s,
+            u"PropertiesChanged"_s,
+            this,
+            SLOT(onPropertiesChanged(QString, QVariantMap, QStringList)));
+    }
+
     QVariantMap last;
+    QList<QVariantMap> changes;
+
+public Q_SLOTS:
+    void onPropertiesChanged(const QString &, const QVariantMap &changed, const QStringList &)
+    {
+        last.insert(changed);
+        changes.append(changed);
+    }
 };
 
 void tst_Invoker::announcesChanges()
 {
     PropertyListener listener;
-    QVERIFY(QDBusConnection::systemBus().connect(
-        sensorService,
-        objectPath(sensorService),
-        u"org.freedesktop.DBus.Properties"_s,
-        u"PropertiesChanged"_s,
-        &listener,
-        SLOT(onPropertiesChanged(QString, QVariantMap, QStringList))));
+    QVERIFY(listener.listenTo(sensorService));
     Client client;
     client.ask(request(sensorService, u"setAlsValue"_s, u"int32:77"_s));
     QTRY_COMPARE_WITH_TIMEOUT(listener.last[u"als"_s], QVariant(77), deadline);
@@ -311,6 +322,24 @@ void tst_Invoker::playsTracks()
     QTRY_COMPARE_WITH_TIMEOUT(stateOf(positionService, u"trackIndex"_s), QVariant(2), deadline);
     QCOMPARE(stateOf(positionService, u"latitude"_s), QVariant(7.0));
     QCOMPARE(stateOf(positionService, u"trackState"_s), QVariant(u"stopped"_s));
+}
+
+// Whoever follows the position on the bus hears of every point that is passed, not only of calls.
+void tst_Invoker::announcesThePositionsOfAPlayingTrack()
+{
+    PropertyListener listener;
+    QVERIFY(listener.listenTo(positionService));
+    Client client;
+    client.ask(request(positionService, u"setTrackLooped"_s, u"boolean:0"_s));
+    client.ask(request(positionService, u"setTrackIntervalMode"_s, u"boolean:0"_s));
+    client.ask(request(positionService, u"setTrackSpeed"_s, u"int32:1"_s));
+    client.ask(request(positionService, u"loadTrack"_s, u"array:array:double:10,11,12,0;20,21,22,20;30,31,32,20"_s));
+    client.ask(request(positionService, u"startTrack"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(listener.last[u"trackIndex"_s], QVariant(2), deadline);
+    QCOMPARE(listener.last[u"latitude"_s], QVariant(30.0));
+    QCOMPARE(listener.last[u"longitude"_s], QVariant(31.0));
+    QCOMPARE(listener.last[u"altitude"_s], QVariant(32.0));
+    QTRY_COMPARE_WITH_TIMEOUT(listener.last[u"trackState"_s], QVariant(u"stopped"_s), deadline);
 }
 
 void tst_Invoker::carriesLongTracks()

@@ -194,21 +194,76 @@ private Q_SLOTS:
 
     void boundsTheSizeOfWaitingCalls()
     {
-        const QString track = u"array:array:double:"_s + u"1.0,2.0,3.0,100000000;"_s.repeated(300'000) + u"1,2,3,4"_s;
         {
             const Hang hang;
             const auto client = connected();
             QVERIFY(client);
             QSignalSpy replies(client.get(), &QWebSocket::textMessageReceived);
-            for (int i = 0; i < 6; ++i) // 13 MB each
-                client->sendTextMessage(request(u"loadTrack"_s, track));
+            for (int i = 0; i < 6; ++i)
+                client->sendTextMessage(request(u"loadTrack"_s, hugeTrack()));
             QTRY_COMPARE_WITH_TIMEOUT(replies.size(), 1, deadline);
             QVERIFY(isRefusal(replies.constFirst().constFirst().toString()));
         }
         QTRY_COMPARE_WITH_TIMEOUT(ask(*connected(), request(u"stopTrack"_s)), u"stopTrack::::"_s, deadline);
     }
 
+    void givesBackTheRoomOfClientsThatHaveLeft_data()
+    {
+        QTest::addColumn<int>("openCalls"); // made before those that take all the room
+        QTest::addColumn<bool>("goesOn");
+        QTest::newRow("their calls wait, and the service still hangs") << 50 << false;
+        QTest::newRow("their calls wait, and the service goes on") << 50 << true;
+        QTest::newRow("their calls are on their way, and the service goes on") << 0 << true;
+    }
+
+    void givesBackTheRoomOfClientsThatHaveLeft()
+    {
+        QFETCH(const int, openCalls);
+        QFETCH(const bool, goesOn);
+        auto hang = std::make_unique<Hang>();
+        {
+            const auto client = connected();
+            QVERIFY(client);
+            QSignalSpy replies(client.get(), &QWebSocket::textMessageReceived);
+            for (int i = 0; i < openCalls; ++i)
+                client->sendTextMessage(request(u"stopTrack"_s));
+            for (int i = 0; i < 6; ++i) // one more than there is room for
+                client->sendTextMessage(request(u"loadTrack"_s, hugeTrack()));
+            QTRY_COMPARE_WITH_TIMEOUT(replies.size(), 1, deadline);
+            QVERIFY(isRefusal(replies.constFirst().constFirst().toString()));
+            client->abort();
+        }
+        if (goesOn) {
+            hang.reset();
+            QTRY_COMPARE_WITH_TIMEOUT(ask(*connected(), request(u"stopTrack"_s)), u"stopTrack::::"_s, deadline);
+            hang = std::make_unique<Hang>();
+        }
+        QVERIFY(isServed()); // so the end of the one that left has been seen
+
+        const auto next = connected();
+        QVERIFY(next);
+        QSignalSpy replies(next.get(), &QWebSocket::textMessageReceived);
+        for (int i = 0; i < 4; ++i)
+            next->sendTextMessage(request(u"loadTrack"_s, hugeTrack()));
+        next->sendTextMessage(u"last"_s);
+        QVERIFY(replies.wait(deadline));
+        QVERIFY2(
+            replies.constFirst().constFirst().toString().contains("InvalidRequest"_L1),
+            qPrintable(replies.constFirst().constFirst().toString()));
+
+        hang.reset();
+        QTRY_COMPARE_WITH_TIMEOUT(replies.size(), 5, deadline);
+        for (const QList<QVariant> &reply : replies)
+            QVERIFY(!isRefusal(reply.constFirst().toString()));
+    }
+
 private:
+    // 13 MB in the invoker, which has room for five of them.
+    static QString hugeTrack()
+    {
+        return u"array:array:double:"_s + u"1.0,2.0,3.0,100000000;"_s.repeated(300'000) + u"1,2,3,4"_s;
+    }
+
     static bool isListening(quint16 port)
     {
         QFile connections(u"/proc/net/tcp"_s);

@@ -6,19 +6,21 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-// A port of the loopback interface that accepts connections and greets each with the same bytes.
+// A port of the loopback interface that accepts connections and greets each with what its greeting is by then.
 class FakeSshServer : public QTcpServer
 {
 public:
     explicit FakeSshServer(const QByteArray &greeting = "SSH-2.0-Fake\r\n")
+        : greeting(greeting)
     {
-        connect(this, &QTcpServer::newConnection, this, [this, greeting] {
+        connect(this, &QTcpServer::newConnection, this, [this] {
             ++connectionCount;
-            nextPendingConnection()->write(greeting);
+            nextPendingConnection()->write(this->greeting);
         });
         if (!listen(QHostAddress::LocalHost))
             qFatal("no port to listen on");
     }
 
+    QByteArray greeting;
     int connectionCount = 0;
 };

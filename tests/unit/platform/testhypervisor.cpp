@@ -82,7 +82,7 @@ void TestHypervisor::setMetadata(const QString &name, const QString &xml)
 
 QString TestHypervisor::definition(const QString &name)
 {
-    char *xml = virDomainGetXMLDesc(find(name).get(), VIR_DOMAIN_XML_INACTIVE);
+    char *xml = virDomainGetXMLDesc(find(name).get(), VIR_DOMAIN_XML_INACTIVE | VIR_DOMAIN_XML_SECURE);
     require(xml, "reading a domain's definition");
     const QString definition = QString::fromUtf8(xml);
     std::free(xml);

@@ -24,7 +24,7 @@ public:
     void shutDown(const QString &name);
     void kill(const QString &name);
     void setMetadata(const QString &name, const QString &xml);
-    QString definition(const QString &name);
+    QString definition(const QString &name); // with its passwords
 
 private:
     struct Close

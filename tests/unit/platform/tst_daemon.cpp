@@ -54,12 +54,17 @@ private Q_SLOTS:
 
         QSignalSpy failed(&sdk, &Sdk::connectionFailed);
         QSignalSpy connected(&sdk, &Sdk::connected);
+        QSignalSpy states(emulator->virtualMachine(), &VirtualMachine::stateChanged);
+        QSignalSpy offs(emulator->virtualMachine(), &VirtualMachine::virtualMachineOffChanged);
         stopDaemon();
         QTRY_COMPARE_WITH_TIMEOUT(failed.size(), 1, longTime);
         QCOMPARE(failed.constFirst().constFirst().toString(), u"The connection to the hypervisor was lost."_s);
         QVERIFY(!sdk.isConnected());
         QVERIFY(Sdk::emulators().isEmpty());
         QTRY_VERIFY(!emulator);
+        // What becomes of the machine is not known: nobody was told that it is off.
+        QCOMPARE(states.size(), 0);
+        QCOMPARE(offs.size(), 0);
 
         startDaemon();
         QTRY_COMPARE_WITH_TIMEOUT(connected.size(), 1, longTime);

@@ -77,6 +77,24 @@ private Q_SLOTS:
         QCOMPARE(run.runner.readAllStandardError(), "because\n");
     }
 
+    void nothingIsLeftOfAnEarlierRun()
+    {
+        Run run;
+        QVERIFY(run.run(u"echo because >&2; exit 7"_s, parameters()));
+        QCOMPARE(run.runner.exitCode(), 7);
+
+        run.closed.clear();
+        run.runner.run(u"exit 8"_s, parameters());
+        QCOMPARE(run.runner.exitCode(), -1);
+        QVERIFY(run.wait());
+        QCOMPARE(run.error(), u"The command ended with exit code 8 on 127.0.0.1:%1."_s.arg(m_server.port()));
+        QCOMPARE(run.runner.exitCode(), 8);
+        QCOMPARE(run.runner.readAllStandardError(), "");
+
+        QVERIFY(run.run({}, parameters()));
+        QCOMPARE(run.runner.exitCode(), -1);
+    }
+
     void leavesTheCommandAsItIs_data()
     {
         QTest::addColumn<QString>("command");

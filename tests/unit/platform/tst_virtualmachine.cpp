@@ -126,6 +126,21 @@ private Q_SLOTS:
         QCOMPARE(states, (QList{VirtualMachine::Stopping, VirtualMachine::Off}));
     }
 
+    void startsAgainAfterAShutDown()
+    {
+        open();
+        m_machine->start();
+        QTRY_COMPARE(m_machine->state(), VirtualMachine::Running);
+        m_machine->shutDown();
+        QTRY_COMPARE(m_machine->state(), VirtualMachine::Off);
+
+        QList<VirtualMachine::State> states;
+        connect(m_machine, &VirtualMachine::stateChanged, this, [&] { states.append(m_machine->state()); });
+        m_machine->start();
+        QTRY_COMPARE_GE(states.size(), 2);
+        QCOMPARE(states, (QList{VirtualMachine::Starting, VirtualMachine::Running}));
+    }
+
     void connectsWhenSshGreets()
     {
         FakeSshServer server;
@@ -188,6 +203,20 @@ private Q_SLOTS:
         QVERIFY(later.listen(QHostAddress::LocalHost, port));
         QTRY_COMPARE_WITH_TIMEOUT(m_machine->state(), VirtualMachine::Connected, longTime);
         QCOMPARE(answers.last, true);
+    }
+
+    // A forwarding host may keep a connection that came too early, and never hand it to the guest.
+    void triesAnotherConnectionAfterASilentOne()
+    {
+        FakeSshServer server{QByteArray()};
+        open(server.serverPort());
+        Answers answers;
+        m_machine->connectTo({}, this, answers.callback());
+        QTRY_COMPARE(server.connectionCount, 1);
+        server.greeting = "SSH-2.0-Fake\r\n";
+        QTRY_COMPARE_WITH_TIMEOUT(m_machine->state(), VirtualMachine::Connected, longTime);
+        QCOMPARE(answers.last, true);
+        QCOMPARE(server.connectionCount, 2);
     }
 
     void failsToConnectWhenItStops()
@@ -346,6 +375,22 @@ private Q_SLOTS:
                 once = now;
             QCOMPARE(now, once);
         }
+    }
+
+    void keepsPasswordsWhenPortsAreAdded()
+    {
+        DomainXml xml;
+        xml.devices = u"<graphics type='vnc' port='-1' autoport='yes' passwd='open sesame'/>"_s;
+        m_hypervisor = std::make_unique<TestHypervisor>();
+        m_hypervisor->define(xml);
+        openSdk();
+        QVERIFY(m_hypervisor->definition(u"emulator"_s).contains("passwd='open sesame'"_L1));
+        bool ok = false;
+        execAsynchronous(
+            ok, &VirtualMachine::addPortForwarding, m_machine, u"web"_s, u"tcp"_s, quint16(5454), quint16(1234));
+        QVERIFY(ok);
+        QVERIFY(m_machine->hasPortForwarding(5454));
+        QVERIFY(m_hypervisor->definition(u"emulator"_s).contains("passwd='open sesame'"_L1));
     }
 
     void forwardsNothingThatMakesNoSense_data()
