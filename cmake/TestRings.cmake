@@ -9,8 +9,10 @@
 # A Qt Test program. ISOLATED gives it a network of its own (it uses fixed ports or starts servers). HELPERS says that
 # it tests what only tests use.
 #
-# add_ring_command(name RING ring COMMAND ... [ISOLATED] [HELPERS] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...])
-# Any command; exit code 0 passes. In the rings below it has to print its rows and totals as Qt Test does.
+# add_ring_command(name RING ring COMMAND ... [ISOLATED] [HELPERS] [TIMEOUT seconds] [ENVIRONMENT NAME=value ...]
+#                  [COST seconds] [PLACES number])
+# Any command; exit code 0 passes. COST is how long it takes, so that the longest start first. Twice as many programs run
+# at a time as there are cores; PLACES is how many of them it counts for, one if it is not said. In the rings below it has to print its rows and totals as Qt Test does.
 set(EMULATIONMANAGEMENT_RINGS_OF_ROWS unit qml ide robustness e2e setup)
 
 set(EMULATIONMANAGEMENT_ISOLATED "${PROJECT_SOURCE_DIR}/tools/isolated")
@@ -28,7 +30,7 @@ if(EMULATIONMANAGEMENT_SANITIZE)
 endif()
 
 function(add_ring_command name)
-    cmake_parse_arguments(arg "ISOLATED;HELPERS" "RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(arg "ISOLATED;HELPERS" "COST;PLACES;RING;TIMEOUT" "COMMAND;ENVIRONMENT" ${ARGN})
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
@@ -58,6 +60,12 @@ function(add_ring_command name)
         TIMEOUT ${arg_TIMEOUT}
         ENVIRONMENT "${_environment}"
     )
+    if(arg_COST)
+        set_tests_properties(${name} PROPERTIES COST ${arg_COST})
+    endif()
+    if(arg_PLACES)
+        set_tests_properties(${name} PROPERTIES PROCESSORS ${arg_PLACES})
+    endif()
 endfunction()
 
 function(add_ring_test name)

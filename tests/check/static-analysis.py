@@ -91,6 +91,7 @@ def main() -> int:
     if not entries:
         sys.exit(f"{build} compiles nothing of this project")
     analysis = command(tool, build)
+    os.nice(10)  # what waits for somebody goes first
     with concurrent.futures.ThreadPoolExecutor(max_workers=len(os.sched_getaffinity(0))) as pool:
         found = [text for text in pool.map(lambda entry: analyse(analysis, entry), entries) if text]
     print("\n".join(found))

@@ -10,8 +10,8 @@ OURS = "emulationmanagement"
 FOREIGN = "Somebody else %d"
 GROUPS, KEYS = 40, 50
 
-# What a step of the robot sets, as a multiple of the step's number: sensors are stored when the IDE ends, a position at
-# once.
+# What a step of the robot sets, as a multiple of the step's number: a position is stored at once, sensors within a second
+# while the IDE knows an emulator.
 SENSORS = {
     f"{sensor}_{axis}": 1.0
     for sensor in ("accelerometer", "gyroscope", "magnetic_field", "magnetometer")

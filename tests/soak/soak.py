@@ -38,6 +38,8 @@ ENOUGH_ROUNDS = 100
 # from the first hundred; a text of a track that is lost each time was 6000 after fifty.
 MEMORY_IN_USE = 1500
 IDLE_RATIO = 5
+# The phone's clock ticks ten times a second while its page is shown, and tells the emulator what the sensors read.
+TICKING_RATIO = 100
 # Milliseconds of CPU time a second: an IDE that waits uses less than can be compared with.
 IDLE_FLOOR = 0.1
 # Pools of threads give up a thread that has had nothing to do for half a minute.
@@ -264,11 +266,33 @@ def check(what: str, value: float, limit: float, unit: str) -> bool:
 
 
 class Idle(NamedTuple):
-    """Milliseconds of CPU time a second: before the view was opened, while it is, after it was closed."""
+    """Milliseconds of CPU time a second: before the view was opened, and on each page while it is open and closed."""
 
     unopened: float
-    opened: float
-    closed: float
+    opened: dict[str, float]
+    closed: dict[str, float]
+
+
+def rest_on_each_page(work: Work, sampler: Sampler, unopened: float, window: float) -> Idle:
+    opened, closed = {}, {}
+    for page in BUTTONS:
+        work.show(page)
+        _, opened[page] = rest(sampler, f"open on {page}", 3, window)
+        work.robot.do("close")
+        _, closed[page] = rest(sampler, f"closed on {page}", 3, window)
+        work.robot.open_view()
+    return Idle(unopened, opened, closed)
+
+
+def check_idle(idle: Idle) -> list[bool]:
+    before = max(idle.unopened, IDLE_FLOOR)
+    print(f"idle before the view was opened: {idle.unopened:.3f} ms/s (no aim)")
+    checks = []
+    for state, pages in (("open", idle.opened), ("closed", idle.closed)):
+        for page, used in pages.items():
+            limit = TICKING_RATIO if page == PHONE and state == "open" else IDLE_RATIO
+            checks.append(check(f"idle, {state} on {page} / before", used / before, limit, "times"))
+    return checks
 
 
 def report(first: Usage, rounds: list[Usage], last: Usage, in_use_growth: int, idle: Idle) -> bool:
@@ -276,14 +300,11 @@ def report(first: Usage, rounds: list[Usage], last: Usage, in_use_growth: int, i
     print(f"soak: {len(rounds)} rounds, {seconds:.0f} s, {cpu:.0f} s of CPU time")
     print(f"soak memory: {first.private_dirty} KiB after the warm-up, {last.private_dirty} KiB at the end (no aim)")
     points = [(number, usage.private_dirty) for number, usage in enumerate(rounds)]
-    before = max(idle.unopened, IDLE_FLOOR)
-    print(f"idle: {idle.unopened:.3f}, with the view {idle.opened:.3f}, after it {idle.closed:.3f} ms/s (no aim)")
     checks = [
         check("soak memory in use, end - warm-up", in_use_growth, MEMORY_IN_USE, "KiB"),
         check("soak threads, end - warm-up", last.threads - first.threads, 0, "threads"),
         check("soak descriptors, end - warm-up", last.descriptors - first.descriptors, 0, "descriptors"),
-        check("idle, with the view / before", idle.opened / before, IDLE_RATIO, "times"),
-        check("idle, after the view / before", idle.closed / before, IDLE_RATIO, "times"),
+        *check_idle(idle),
     ]
     growth = slope(points[len(points) // 2 :])
     if len(rounds) >= ENOUGH_ROUNDS:
@@ -316,7 +337,7 @@ def soak(build: Path, home: Path, csv: Path, minutes: float | None, seed: int) -
         sampler = stack.enter_context(Sampler(robot.pid, csv))
         work = Work(robot, services, ssh, home, seed)
 
-        window = 10 if minutes is None else 60
+        window = 4 if minutes is None else 30
         _, unopened = rest(sampler, "unopened", SETTLING, window)
         robot.open_view()
         wait_for("the connection", services.greeted, 30)
@@ -330,11 +351,10 @@ def soak(build: Path, home: Path, csv: Path, minutes: float | None, seed: int) -
             work.round(len(rounds), sampler)
             rounds.append(sampler.sample())
         work.power_cycle()
-        last, opened = rest(sampler, "end", SETTLING, window)
+        last, _ = rest(sampler, "end", SETTLING, 0.1)
         growth = (robot.do("memory")["inUse"] - first_in_use) // 1024
-        robot.do("close")
-        _, closed = rest(sampler, "closed", 5, window)
-        met = report(first, rounds, last, growth, Idle(unopened, opened, closed))
+        idle = rest_on_each_page(work, sampler, unopened, window)
+        met = report(first, rounds, last, growth, idle)
         robot.quit()
         return met
 
