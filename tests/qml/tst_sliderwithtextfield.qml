@@ -94,19 +94,43 @@ TestCase {
         compare(spy.signalArguments[2][0], 1250);
     }
 
-    function test_leavingAppliesAnUneditedText() {
+    function test_leavingAnUneditedTextTellsNothing() {
         row.value = 1145.9155902616465;
         field.forceActiveFocus(Qt.TabFocusReason);
-        compare(spy.count, 0);
         keyClick(Qt.Key_Tab);
-        compare(spy.count, 1);
-        compare(spy.signalArguments[0][0], 1150); // the digits shown
-        compare(row.value, 1150);
-        fuzzyCompare(slider.value, 1.15, 1e-9);
+        compare(spy.count, 0);
+        compare(row.value, 1145.9155902616465); // not the digits shown
         compare(field.text, "1.15");
     }
 
-    function test_leavingRestoresAnUneditedUnacceptableText() {
+    function test_leavingATextThatIsAsBeforeTellsNothing() {
+        row.value = 1145.9155902616465;
+        type("2");
+        type("1.15");
+        keyClick(Qt.Key_Tab);
+        compare(spy.count, 0);
+        compare(row.value, 1145.9155902616465);
+    }
+
+    function test_leavingATextThatAnotherHasChangedTellsNothing() {
+        field.forceActiveFocus(Qt.TabFocusReason);
+        row.value = 1145.9155902616465;
+        compare(field.text, "1.15");
+        keyClick(Qt.Key_Tab);
+        compare(spy.count, 0);
+        compare(row.value, 1145.9155902616465);
+    }
+
+    function test_aTextIsEditedOnce() {
+        type("1.25");
+        keyClick(Qt.Key_Tab);
+        compare(spy.count, 1);
+        field.forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Tab);
+        compare(spy.count, 1);
+    }
+
+    function test_leavingAnUneditedUnacceptableTextTellsNothing() {
         row.maxValue = 5000;
         row.value = 1234560;
         field.forceActiveFocus(Qt.TabFocusReason);
@@ -179,6 +203,21 @@ TestCase {
         slider.forceActiveFocus();
         compare(spy.count, 1);
         compare(row.value, 1250);
+    }
+
+    function test_anotherWindowTakesTheKeysOfAnUneditedText() {
+        row.value = 1145.9155902616465;
+        field.forceActiveFocus(Qt.TabFocusReason);
+        const other = createTemporaryObject(otherWindowComponent, null);
+        other.requestActivate();
+        tryCompare(other, "active", true);
+        row.value = 1155.5;
+        other.close();
+        root.Window.window.requestActivate();
+        tryCompare(field, "activeFocus", true);
+        slider.forceActiveFocus();
+        compare(spy.count, 0);
+        compare(row.value, 1155.5);
     }
 
     function test_popupTakesTheKeys() {

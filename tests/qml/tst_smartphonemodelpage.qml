@@ -483,11 +483,48 @@ ViewTestCase {
         compareFrames(poseFrames());
     }
 
-    function test_rotationLeftInItsField() {
+    function test_rotationLeftInItsField_data() {
+        return [
+            {
+                tag: "edited",
+                typed: "5",
+                sent: true
+            },
+            {
+                tag: "as it was",
+                typed: "",
+                sent: false
+            }
+        ];
+    }
+
+    function test_rotationLeftInItsField(data) {
         openPage();
-        mouseClick(control("xRotSlider/textField"));
+        const field = control("xRotSlider/textField");
+        mouseClick(field);
+        if (data.typed !== "") {
+            field.selectAll();
+            keyClick(data.typed);
+        }
         keyClick(Qt.Key_Tab);
-        compareFrames(poseFrames());
+        compareFrames(data.sent ? poseFrames() : []);
+    }
+
+    function test_walkingKeysSendNothing_data() {
+        return [Qt.Key_Tab, Qt.Key_Backtab, Qt.Key_Shift, Qt.Key_Alt, Qt.Key_AltGr, Qt.Key_Meta].map(key => ({
+                    tag: "key 0x" + key.toString(16),
+                    key
+                }));
+    }
+
+    function test_walkingKeysSendNothing(data) {
+        openPage();
+        for (const name of ["moveRadioButton", "orientationButton0", "yRotSlider/slider", "yRotSlider/textField"]) {
+            control(name).forceActiveFocus(Qt.TabFocusReason);
+            keyboard.press(data.key);
+            keyboard.release(data.key);
+        }
+        compareFrames([]);
     }
 
     function test_draggedRotation() {

@@ -207,7 +207,12 @@ function handleTab(forward) {
     content.nextItemInFocusChain(forward).forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
 }
 
+// Keys that lead elsewhere, and those held with them.
+const walkingKeys = [Qt.Key_Tab, Qt.Key_Backtab, Qt.Key_Shift, Qt.Key_Alt, Qt.Key_AltGr, Qt.Key_Meta];
+
 function handleKeyPress(event) {
+    if (walkingKeys.includes(event.key))
+        return;
     if (textEdited) { // which needs its keys itself
         if (event.key === Qt.Key_Escape)
             takeKeys();

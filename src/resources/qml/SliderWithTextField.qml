@@ -30,6 +30,8 @@ Item {
     property alias calculatedValueWidth: calculatedValueLabel.width
     property alias equalityLabelShow: equalityLabel.visible
     property alias textFieldFocus: textField.focus
+    // What the field shows while nobody has edited it.
+    property string shownText
 
     signal sliderSubmited(value: double)
 
@@ -52,7 +54,21 @@ Item {
     }
 
     function showSliderValue() {
+        const edited = textField.text !== shownText;
         textField.text = integer ? String(Math.round(slider.value)) : formatted(slider.value);
+        if (!edited)
+            shownText = textField.text;
+    }
+
+    // Looking at a field changes nothing: the text may show fewer digits than the value has.
+    function leaveText() {
+        if (textField.text !== shownText) {
+            if (textField.acceptableInput)
+                submitText();
+            else
+                showSliderValue();
+        }
+        shownText = textField.text;
     }
 
     function formatted(number: double): string {
@@ -121,13 +137,8 @@ Item {
         onAccepted: root.submitText()
         onActiveFocusChanged: {
             // Another window or a popup has the keys for a while only; the field is where they come back to.
-            if (activeFocus || focusReason === Qt.ActiveWindowFocusReason || focusReason === Qt.PopupFocusReason)
-                return;
-            // Edited or not; what is no number gives way to the slider's.
-            if (acceptableInput)
-                root.submitText();
-            else
-                slider.valueChanged();
+            if (!activeFocus && focusReason !== Qt.ActiveWindowFocusReason && focusReason !== Qt.PopupFocusReason)
+                root.leaveText();
         }
     }
 
