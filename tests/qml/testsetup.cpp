@@ -27,6 +27,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// What one can tell from each other.
+constexpr double visibleContrast = 1.2;
+
+double luminance(QRgb pixel)
+{
+    const auto linear = [](int channel) {
+        const double part = channel / 255.0;
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) + 0.0722 * linear(qBlue(pixel));
+}
+
+double contrast(QRgb one, QRgb other)
+{
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+} // namespace
+
 void MessageBoxes::click(int button, bool tick)
 {
     m_answerer.answer([button = QMessageBox::StandardButton(button), tick](QMessageBox *box) {
@@ -87,22 +109,37 @@ QImage Eyes::picture(QQuickItem *item) const
 
 int Eyes::changedPixels(const QImage &one, const QImage &other) const
 {
-    const auto luminance = [](QRgb pixel) {
-        const auto linear = [](int channel) {
-            const double part = channel / 255.0;
-            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel)) + 0.0722 * linear(qBlue(pixel));
-    };
     int changed = 0;
     for (int y = 0; y < one.height(); ++y) {
         for (int x = 0; x < one.width(); ++x) {
-            const auto [dark, light] = std::minmax({luminance(one.pixel(x, y)), luminance(other.pixel(x, y))});
-            if ((light + 0.05) / (dark + 0.05) >= 1.2)
+            if (contrast(one.pixel(x, y), other.pixel(x, y)) >= visibleContrast)
                 ++changed;
         }
     }
     return changed;
+}
+
+double Eyes::textContrast(QQuickItem *text) const
+{
+    const QImage with = picture(text);
+    const qreal opacity = text->opacity();
+    text->setOpacity(0);
+    const QImage without = picture(text);
+    text->setOpacity(opacity);
+
+    const QRgb color = text->property("color").value<QColor>().rgb();
+    bool visible = false; // in its color, not only by an edge
+    double least = 0;
+    for (int y = 0; y < with.height(); ++y) {
+        for (int x = 0; x < with.width(); ++x) {
+            const QRgb behind = without.pixel(x, y);
+            if (contrast(with.pixel(x, y), behind) < visibleContrast)
+                continue;
+            visible = visible || contrast(with.pixel(x, y), color) < visibleContrast;
+            least = least == 0 ? contrast(color, behind) : std::min(least, contrast(color, behind));
+        }
+    }
+    return visible ? least : 0;
 }
 
 void Keyboard::repeat(int key, int modifiers)

@@ -65,6 +65,9 @@ public:
     /// How many pixels of two pictures of the same size one can tell from each other: their contrast is at least 1.2
     /// to 1.
     Q_INVOKABLE int changedPixels(const QImage &one, const QImage &other) const;
+    /// The contrast of a text's color to what is behind it on the screen, where it is lowest; 0 when there is no text
+    /// to be seen in its color.
+    Q_INVOKABLE double textContrast(QQuickItem *text) const;
 };
 
 /// Single events of the keyboard, with the modifiers that the test wants. Quick Test's own presses bring along presses

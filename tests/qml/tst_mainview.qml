@@ -112,6 +112,25 @@ ViewTestCase {
         verify(contrast(field.color, field.palette.base) >= 4.5);
     }
 
+    function test_pageButtonsAreReadable_data(): var {
+        return host.themes().map(theme => ({
+                    tag: theme
+                }));
+    }
+
+    function test_pageButtonsAreReadable(data: var) {
+        host.theme = data.tag;
+        createView();
+        for (const page of pages) {
+            const contrast = eyes.textContrast(object(page + "Button").contentItem);
+            verify(contrast >= 4.5, "%1: %2".arg(page).arg(contrast));
+        }
+    }
+
+    function test_allThemes() {
+        verify(host.themes().length >= 9, host.themes().join(" "));
+    }
+
     function test_switching_data(): var {
         const rows = [];
         for (const from of pages) {

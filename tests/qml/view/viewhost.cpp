@@ -16,6 +16,7 @@
 #include <utils/theme/theme_p.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QMainWindow>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -114,6 +115,15 @@ void ViewHost::setTheme(const QString &name)
     if (m_context)
         setThemeContextProperties(m_context);
     Q_EMIT themeChanged();
+}
+
+QStringList ViewHost::themes()
+{
+    QStringList names;
+    const QDir folder(QStringLiteral(EMULATIONMANAGEMENT_IDE_THEMES));
+    for (const QFileInfo &file : folder.entryInfoList({u"*.creatortheme"_s}, QDir::Files))
+        names.append(file.completeBaseName());
+    return names;
 }
 
 void ViewHost::setUp(QQmlContext *context)

@@ -44,6 +44,9 @@ public:
     QString theme() const { return m_theme; }
     void setTheme(const QString &name);
 
+    /// The themes that the IDE ships.
+    Q_INVOKABLE static QStringList themes();
+
     /// Sets the context properties for one view.
     void setUp(QQmlContext *context);
 
