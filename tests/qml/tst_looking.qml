@@ -149,7 +149,8 @@ ViewTestCase {
 
     function test_looking(data: var) {
         click(data.page + "Button");
-        data.prepare();
+        if (data.prepare)
+            data.prepare();
         object("smartphoneModelPage/timer").running = false;
         setOddValues();
         sensorsEmulationManager.sensorsInitialized();
