@@ -13,6 +13,7 @@
 #include <coreplugin/messagemanager.h>
 
 #include <QMenu>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +22,12 @@ namespace TarnPlugin::Internal {
 namespace {
 
 constexpr char menuId[] = "Vok.Tools.Menu";
+
+// A tool tip takes what looks like markup for it.
+QString asWritten(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}
 
 // Another plugin may have created the menu already, and put it in its place; its title is ours in any case.
 QMenu *toolsMenu()
@@ -96,7 +103,7 @@ void ToolsMenu::showStatus()
         m_status.setText(tr("Connecting to the emulators…"));
     else
         m_status.setText(tr("No emulators"));
-    m_status.setToolTip(m_sdk.connectionError());
+    m_status.setToolTip(asWritten(m_sdk.connectionError()));
     m_status.setVisible(none);
     m_reconnect.setVisible(failed);
 }

@@ -24,6 +24,7 @@
 #include <QMainWindow>
 #include <QQmlContext>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QSettings>
 #include <QTranslator>
 #include <QUrl>
@@ -40,7 +41,7 @@ constexpr char toolsMenuId[] = "Vok.Tools.Menu";
 // The only state of a virtual machine whose number matters here: running, and its SSH server answers.
 constexpr int connectedState = 4;
 
-// Smaller, the rows' sliders have no room.
+// Smaller, the rows' sliders have no room. A screen that is smaller still must take the window whole, with its buttons.
 constexpr QSize smallestViewSize(1000, 400);
 
 // A text with commas is read as a list, and is neither empty nor one of the words for "no".
@@ -148,9 +149,16 @@ void EmulationManagementPlugin::setupView()
     m_view.setTitle(tr("Emulation Management"));
     m_view.setResizeMode(QQuickView::SizeRootObjectToView);
     m_view.setSource(QUrl(u"qrc:/emulationmanagement/qml/EmulationManagementView.qml"_s));
-    m_view.setMinimumSize(smallestViewSize); // now that the document has given the window its first size
+    limitViewSize(); // now that the document has given the window its first size
+    connect(&m_view, &QWindow::screenChanged, this, &EmulationManagementPlugin::limitViewSize);
     // The IDE ends when its last window is closed: this one must not outlive the main window.
     connect(Core::ICore::instance(), &Core::ICore::coreAboutToClose, &m_view, &QWindow::close);
+}
+
+void EmulationManagementPlugin::limitViewSize()
+{
+    const QScreen *screen = m_view.screen();
+    m_view.setMinimumSize(screen ? smallestViewSize.boundedTo(screen->availableSize()) : smallestViewSize);
 }
 
 void EmulationManagementPlugin::setupMenuAction()
@@ -235,6 +243,7 @@ void EmulationManagementPlugin::showMessageBox(
     QMessageBox box(
         QMessageBox::Information, tr("Emulation management plugin"), text, buttons, Core::ICore::mainWindow());
     box.setInformativeText(informativeText);
+    box.setTextFormat(Qt::PlainText); // an emulator may have any name
     if (box.exec() == QMessageBox::Retry)
         showEmulationManagementView();
 }

@@ -59,6 +59,7 @@ private:
     void setupMenuAction();
     void setupStreamsEnd();
 
+    void limitViewSize();
     void showEmulationManagementView();
     void showView();
     void showMessageBox(

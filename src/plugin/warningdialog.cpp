@@ -39,6 +39,7 @@ void WarningDialog::setWithDoNotShowAgainCheckBox(bool withCheckBox)
 void WarningDialog::show()
 {
     QMessageBox box(QMessageBox::Question, tr("Warning"), m_text, m_standardButtons, Core::ICore::mainWindow());
+    box.setTextFormat(Qt::PlainText);
     auto *checkBox = new QCheckBox(tr("Do not show again"), &box);
     checkBox->setVisible(m_withDoNotShowAgainCheckBox);
     box.setCheckBox(checkBox);

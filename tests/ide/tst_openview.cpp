@@ -193,6 +193,7 @@ void tst_OpenView::checkRefusal()
         box.text,
         u"The emulation management plugin cannot be used. Please, close %1 and try to use "
         "'Emulation management\u2026' again."_s.arg(m_fixture->emulator()->name()));
+    QCOMPARE(box.textFormat, Qt::PlainText); // whatever the emulator is called
     QCOMPARE(box.title, u"Emulation management plugin"_s);
     QCOMPARE(box.informativeText, QString());
     QCOMPARE(box.buttons, QMessageBox::Ok);

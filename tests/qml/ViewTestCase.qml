@@ -15,6 +15,12 @@ TestCase {
     }
     property bool boxesChecked: true
 
+    readonly property Component plainTextComponent: Component {
+        Text {
+            textFormat: Text.PlainText
+        }
+    }
+
     // The frame of one call into the emulator's sensor service.
     function frame(method: string, callArguments: string): string {
         const name = "ru.kelo.SensorfwEmulationManagement";
@@ -73,6 +79,16 @@ TestCase {
             const changed = eyes.changedPixels(eyes.picture(look), without);
             verify(changed >= 40, "%1: %2 pixels".arg(name).arg(changed));
         }
+    }
+
+    // The label shows just this text, with tags and ampersands and all.
+    function verifyShown(label: Text, text: string) {
+        const plain = createTemporaryObject(plainTextComponent, root, {
+            font: label.font,
+            text: text
+        });
+        verify(plain.implicitWidth > 0);
+        fuzzyCompare(label.implicitWidth - label.leftPadding - label.rightPadding, plain.implicitWidth, 0.5);
     }
 
     // Once it has the keys, which are the view's again then.

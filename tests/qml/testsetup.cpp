@@ -4,6 +4,7 @@
 #include "testsetup.h"
 
 #include "utils/pipelinerecorder.h"
+#include "utils/quickitems.h"
 #include "utils/testmedia.h"
 
 #include <QAccessible>
@@ -97,6 +98,19 @@ QVariantMap ScreenReader::describe(QObject *item) const
         {u"checked"_s, bool(interface->state().checked)},
         {u"disabled"_s, bool(interface->state().disabled)},
     };
+}
+
+QQuickItem *Eyes::find(const QString &name) const
+{
+    const QWindowList windows = QGuiApplication::allWindows();
+    for (QWindow *window : windows) {
+        const auto *quickWindow = qobject_cast<QQuickWindow *>(window);
+        if (!quickWindow || !quickWindow->isVisible())
+            continue;
+        if (QQuickItem *found = TestUtils::descendant(name, quickWindow->contentItem()))
+            return found;
+    }
+    return nullptr;
 }
 
 QImage Eyes::picture(QQuickItem *item) const

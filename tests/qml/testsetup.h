@@ -62,6 +62,8 @@ public:
 
     /// The item as it is on the screen now.
     Q_INVOKABLE QImage picture(QQuickItem *item) const;
+    /// The item of this name in any window that shows, such as a dialog's. Null when there is none.
+    Q_INVOKABLE QQuickItem *find(const QString &name) const;
     /// How many pixels of two pictures of the same size one can tell from each other: their contrast is at least 1.2
     /// to 1.
     Q_INVOKABLE int changedPixels(const QImage &one, const QImage &other) const;

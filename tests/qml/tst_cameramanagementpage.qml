@@ -382,6 +382,23 @@ ViewTestCase {
         tryVerify(() => !box.ToolTip.visible);
     }
 
+    function test_namesAreShownAsTheyAreWritten() {
+        const name = "<b>A</b> & &lt;B>, whose maker had very much to say about it";
+        plug(name);
+        showPage([]);
+        const box = control("cameraBox");
+        compare(box.displayText, name);
+        box.popup.open();
+        tryCompare(box.popup, "opened", true);
+        const entry = box.popup.contentItem.itemAtIndex(0);
+        verifyShown(entry.contentItem.children[0], name);
+        box.popup.close();
+        tryCompare(box.popup, "visible", false);
+        box.ToolTip.show(box.ToolTip.text);
+        verifyShown(box.ToolTip.toolTip.contentItem, name);
+        box.ToolTip.hide();
+    }
+
     // --- Streams ----------------------------------------------------------------------------------------------------
 
     function test_theCameraIsStartedAndStopped() {

@@ -285,6 +285,21 @@ ViewTestCase {
         dialog.close();
     }
 
+    function test_markupIsShownAsItIsWritten_data(): var {
+        return ["<b>boom</b>", "<html>", "a < b > c <i>d</i>", "&lt;b&gt; &amp;", "&lt;b>", "<?xml version='1.0'?>", "R&D <u>&lt;</u>", " <img src='qrc:/x'/>"].map(text => ({
+                    tag: text
+                }));
+    }
+
+    function test_markupIsShownAsItIsWritten(data: var) {
+        const dialog = object("errorDialog");
+        invoker.sendText(data.tag);
+        tryCompare(dialog, "visible", true);
+        verifyShown(eyes.find("textLabel"), data.tag);
+        dialog.close();
+        tryCompare(dialog, "visible", false);
+    }
+
     function test_aHugeReplyDoesNotHang_data(): var {
         return [
             {

@@ -53,6 +53,7 @@ void MessageBoxAnswerer::look()
     m_seen.append(SeenMessageBox{
         .title = box->windowTitle(),
         .text = box->text(),
+        .textFormat = box->textFormat(),
         .informativeText = box->informativeText(),
         .buttons = box->standardButtons(),
         .icon = box->icon(),

@@ -19,6 +19,7 @@ struct SeenMessageBox
 {
     QString title;
     QString text;
+    Qt::TextFormat textFormat = Qt::AutoText;
     QString informativeText;
     QMessageBox::StandardButtons buttons;
     QMessageBox::Icon icon = QMessageBox::NoIcon;

@@ -6,6 +6,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import "../js/plain-text.js" as PlainText
 
 // A choice that somebody else keeps, and may change.
 ComboBox {
@@ -22,10 +23,21 @@ ComboBox {
     }
 
     Layout.fillWidth: true
-    ToolTip.text: displayText
+    ToolTip.text: PlainText.asWritten(displayText)
     ToolTip.visible: hovered && truncated && !popup.visible
     ToolTip.delay: 700
     Accessible.description: displayText
+    // The style's own, but cameras name themselves: neither is a "<" the begin of a tag, nor an "&" the mark of a key.
+    delegate: MenuItem {
+        required property var model
+        required property int index
+
+        width: ListView.view.width
+        text: PlainText.asWritten(model[root.textRole]).replace(/&/g, "&&")
+        font.weight: root.currentIndex === index ? Font.DemiBold : Font.Normal
+        highlighted: root.highlightedIndex === index
+        hoverEnabled: root.hoverEnabled
+    }
     onSelectedIndexChanged: showSelection()
     onModelChanged: showSelection()
     Component.onCompleted: showSelection()

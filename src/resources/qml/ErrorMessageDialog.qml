@@ -4,10 +4,12 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick.Dialogs
+import "../js/plain-text.js" as PlainText
 
 MessageDialog {
     id: root
 
     title: qsTr("Error")
     buttons: MessageDialog.Ok
+    onTextChanged: text = PlainText.asWritten(text)
 }

@@ -142,6 +142,7 @@ void tst_WarningDialog::showsAQuestionOverTheMainWindow()
     const TestUtils::SeenMessageBox &box = user.seen().constFirst();
     QCOMPARE(box.title, u"Warning"_s);
     QCOMPARE(box.text, u"Do you want to continue?"_s);
+    QCOMPARE(box.textFormat, Qt::PlainText);
     QCOMPARE(box.informativeText, QString());
     QCOMPARE(box.icon, QMessageBox::Question);
     QCOMPARE(box.buttons, QMessageBox::Ok | QMessageBox::Cancel);
