@@ -34,6 +34,13 @@ EmulatorFixture::EmulatorFixture()
     : m_ssh(privateKeyFile)
 {
     m_ssh.setAnswer(installedPackagesWithout());
+    QObject::connect(&m_services, &QProcess::finished, &m_services, [this](int exitCode, QProcess::ExitStatus status) {
+        // Of a service that has crashed, whoever runs them tells in the end.
+        if (m_stopping && status == QProcess::NormalExit && exitCode == 0)
+            return;
+        const QString what = u"The services have ended with %1."_s.arg(exitCode);
+        QTest::qFail(qPrintable(what), __FILE__, __LINE__);
+    });
 }
 
 EmulatorFixture::~EmulatorFixture()
@@ -63,6 +70,7 @@ bool EmulatorFixture::startServices()
     stopServices();
     const QDir build(qEnvironmentVariable("EMULATIONMANAGEMENT_TEST_BUILD_DIR"));
     m_services.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_stopping = false;
     m_services.start(
         build.filePath(u"emulator/bin/emulator-host"_s),
         {u"--port"_s, u"5454"_s, u"--directory"_s, m_directory.path()});
@@ -79,8 +87,9 @@ void EmulatorFixture::stopServices()
     // The invoker says goodbye to its client, which is in this process: events must go on, and one of them may lead to
     // a new start.
     const QSignalSpy finished(&m_services, &QProcess::finished);
+    m_stopping = true;
     m_services.terminate();
-    if (!QTest::qWaitFor([&finished] { return !finished.isEmpty(); }, 10'000)) {
+    if (!QTest::qWaitFor([&finished] { return !finished.isEmpty(); }, 30'000)) {
         qWarning("The services do not end.");
         m_services.kill();
         m_services.waitForFinished();

@@ -27,6 +27,7 @@ class EmulatorFixture
 public:
     /// Answers "rpm -qa" completely until it is told otherwise. The machine is off, the services do not run.
     EmulatorFixture();
+    /// Destroy it in a test's function, such as cleanup(): it stops the services.
     ~EmulatorFixture();
 
     /// The first emulator; waits until the SDK lists it. Null when it does not.
@@ -37,6 +38,7 @@ public:
     bool startSsh();
 
     bool startServices();
+    /// A service that has crashed or leaked fails the test function that is running.
     void stopServices();
 
     /// How many clients have connected to the invoker so far.
@@ -62,6 +64,7 @@ private:
     QTemporaryDir m_directory;
     TestUtils::SshServer m_ssh;
     QProcess m_services;
+    bool m_stopping = false;
     int m_marker = 1'000'000;
     qsizetype m_timesApplied = 0;
 };

@@ -8,6 +8,7 @@
 
 #include <coreplugin/icore.h>
 #include <extensionsystem/iplugin.h>
+#include <qssh/sshremoteprocessrunner.h>
 #include <tarn/emulator.h>
 #include <tarn/sdk.h>
 #include <tarn/virtualmachine.h>
@@ -78,6 +79,8 @@ private Q_SLOTS:
     void storedValuesAreSent();
     void openingAgainOnlyShows();
     void poweringOffHidesAndChecksAgain();
+    void laterBootsOpenNothing();
+    void aMachineStartedElsewhereIsCheckedAfresh();
     void poweringOffWhileCheckingFails();
     void checkStartedUnderAMessageBoxCounts();
     void choosingAgainWhileRulesAreAddedDoesNothing();
@@ -88,6 +91,7 @@ private Q_SLOTS:
 private:
     void addRule(const QString &name, const QString &protocol, quint16 hostPort, quint16 emulatorPort);
     void startMachine();
+    void killMachine();
     void checkRefusal();
 
     std::unique_ptr<EmulatorFixture> m_fixture;
@@ -129,6 +133,13 @@ void tst_OpenView::startMachine()
     m_machine->connectTo({}, this, [&connected](bool ok) { connected = ok; });
     QTRY_VERIFY_WITH_TIMEOUT(connected, deadline);
     QCOMPARE(int(m_machine->state()), 4);
+}
+
+void tst_OpenView::killMachine()
+{
+    m_machine->kill();
+    QTRY_VERIFY_WITH_TIMEOUT(m_machine->isOff(), deadline);
+    QVERIFY(!view()->isVisible());
 }
 
 void tst_OpenView::preparesStartsChecksAndShows()
@@ -347,6 +358,43 @@ void tst_OpenView::poweringOffHidesAndChecksAgain()
     QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
     QCOMPARE(m_fixture->ssh().commands().size(), 2);
     QCOMPARE(m_user.seen().size(), 0);
+}
+
+// The request to open the window is carried out once.
+void tst_OpenView::laterBootsOpenNothing()
+{
+    QVERIFY(m_fixture->startSsh());
+    openView();
+    QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
+    killMachine();
+
+    startMachine();
+    // Commands of the test's own: by their end, a check that the start has led to would have been seen.
+    QSsh::SshRemoteProcessRunner runner;
+    for (int i = 0; i < 2; ++i) {
+        QSignalSpy closed(&runner, &QSsh::SshRemoteProcessRunner::processClosed);
+        runner.run(u"test"_s, m_machine->sshParameters());
+        QVERIFY(closed.wait(deadline));
+    }
+    QCOMPARE(m_fixture->ssh().commands(), (QStringList{u"rpm -qa"_s, u"test"_s, u"test"_s}));
+    QVERIFY(!view()->isVisible());
+}
+
+void tst_OpenView::aMachineStartedElsewhereIsCheckedAfresh()
+{
+    QVERIFY(m_fixture->startSsh());
+    openView();
+    QTRY_VERIFY_WITH_TIMEOUT(view()->isVisible(), deadline);
+    killMachine();
+
+    startMachine();
+    m_fixture->ssh().setAnswer(installedPackagesWithout({"geoclue-emulator"}));
+    m_user.click(QMessageBox::Close);
+    openView();
+    QVERIFY(!view()->isVisible());
+    QTRY_COMPARE_WITH_TIMEOUT(m_user.seen().size(), 1, deadline);
+    QCOMPARE(m_user.seen().constFirst().informativeText, u"Packages is not installed: \ngeoclue-emulator\n"_s);
+    QVERIFY(!view()->isVisible());
 }
 
 void tst_OpenView::poweringOffWhileCheckingFails()
