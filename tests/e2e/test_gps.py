@@ -58,6 +58,18 @@ class Gps(Story):
             30,
         )
 
+    def open_walk(self) -> None:
+        """Once more: what has been played was stopped, and ends with the upload."""
+
+        def is_loaded() -> bool:
+            calls = self.calls.since_mark()
+            return "stopTrack" in calls and calls[-1].startswith("loadTrack")
+
+        self.page.open_track(self.tracks / "walk-gga.nmea")
+        wait_for("the track", is_loaded, 60)
+        self.calls.start_here()
+        self.expect_state(trackLength=WALK_LENGTH, trackIndex=0, trackState="stopped")
+
     def play_to_a_later_row(self) -> None:
         self.page.click("button", "Play")
         wait_for("the guest to come along", lambda: self.guest.gps()["trackIndex"] >= 2, 60)
@@ -172,8 +184,7 @@ class Gps(Story):
         self.assertEqual(without_jumps(self.calls.take(2)), ["startTrack", "stopTrack"])
 
     def test_a_refused_call_stops_a_playing_track(self) -> None:
-        self.page.open_track(self.tracks / "walk-gga.nmea")
-        self.calls.take(4)
+        self.open_walk()
         self.play_to_a_later_row()
         self.page.click("button", "Pause")
         self.expect_buttons("Play", "Stop")
@@ -195,8 +206,7 @@ class Gps(Story):
         self.assertIn(calls[2:], (["startTrack"] + ["stopTrack"] * 2 * times for times in (1, 2)))
 
     def test_a_paused_track_stops(self) -> None:
-        self.page.open_track(self.tracks / "walk-gga.nmea")
-        self.calls.take(4)
+        self.open_walk()
         self.play_to_a_later_row()
         self.page.click("button", "Pause")
         self.expect_buttons("Play", "Stop")
