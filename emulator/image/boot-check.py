@@ -53,10 +53,20 @@ class CheckFailed(Exception):
     pass
 
 
+passed = 0
+
+
+def passes(text):
+    """Says it as Qt Test does, for those who count."""
+    global passed
+    passed += 1
+    print(f"PASS   : boot-check::{text}()", flush=True)
+
+
 def check(condition, text):
     if not condition:
         raise CheckFailed(text)
-    print(f"ok: {text}", flush=True)
+    passes(text)
 
 
 def wait_for(condition, text, limit=60):
@@ -65,7 +75,7 @@ def wait_for(condition, text, limit=60):
     while True:
         try:
             if condition():
-                print(f"ok: {text}", flush=True)
+                passes(text)
                 return
         except (OSError, subprocess.SubprocessError):
             pass
@@ -303,10 +313,12 @@ def main():
         try:
             run(machine)
         except CheckFailed as error:
-            print(f"FAILED: {error}\n--- console ---\n{machine.console()[-4000:]}", flush=True)
+            print(f"FAIL!  : boot-check::{error}()\n--- console ---\n{machine.console()[-4000:]}", flush=True)
+            print(f"Totals: {passed} passed, 1 failed, 0 skipped", flush=True)
             sys.exit(1)
         finally:
             machine.end()
+    print(f"Totals: {passed} passed, 0 failed, 0 skipped")
 
 
 if __name__ == "__main__":

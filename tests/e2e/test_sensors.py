@@ -276,8 +276,10 @@ class Sensors(Story):
             setTapSensorValue="int32:6",
         )
         wait_for("the values", lambda: self.calls.since_mark()[-len(once) :] == once, 60)
+        self.pages.click("button", "Proximity Sensor Near")
+        self.expect_sets(self.calls.take_until("setProximitySensorValue int32:0"), once)
         self.pages.click("button", "Proximity Sensor Far")
-        self.expect_sets(self.calls.take_until(FAR), once)
+        self.expect_calls(FAR)
         self.expect_the_same(self.set_by_hand)
 
     def test_a_killed_ide_has_lost_nothing(self) -> None:

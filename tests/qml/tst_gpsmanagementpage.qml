@@ -1070,6 +1070,27 @@ ViewTestCase {
         compareCalls([upload(), jump(0), "stopTrack", upload()]);
     }
 
+    function test_aFailedCallLeavesNothingToBeReadLater() {
+        showPage();
+        const url = files.write("read.nmea", wayPoints(1) + "\n", 2000);
+        page.openFile(url);
+        page.handleReply("boom");
+        // What was asked for before this has been read when this has.
+        const state = {
+            read: false
+        };
+        const request = new XMLHttpRequest(); // qmllint disable unqualified
+        request.onreadystatechange = () => {
+            state.read = request.readyState === request.DONE;
+        };
+        request.open("GET", files.write("later.nmea", wayPoints(1) + "\n", 4000));
+        request.send();
+        tryVerify(() => state.read, 60000);
+        tryCompare(object("nmeaLogLoader"), "busy", false, 60000);
+        compare(table().rowCount, 0);
+        compareCalls(["stopTrack"]);
+    }
+
     function test_aFailedCallAfterARefusedFile() {
         showPage();
         page.nmeaFileUrl = "refused";

@@ -217,7 +217,7 @@ sys.exit(rows.run(unittest.defaultTestLoader.loadTestsFromTestCase(Story)))
     def test_a_test_that_passes(self) -> None:
         code, text = self.printed("    def test_one(self): pass")
         self.assertEqual(code, 0)
-        self.assertIn("\nPASS   : Story::test_one()\n", text)
+        self.assertRegex(text, r"(?m)^PASS   : Story::test_one\(\)$")
         self.assertTrue(text.endswith("Totals: 1 passed, 0 failed, 0 skipped\n"))
 
     def test_tests_that_fail_raise_and_skip(self) -> None:
@@ -226,13 +226,13 @@ sys.exit(rows.run(unittest.defaultTestLoader.loadTestsFromTestCase(Story)))
         )
         self.assertEqual(code, 1)
         for line in ("FAIL!  : Story::test_1()", "FAIL!  : Story::test_2()", "SKIP   : Story::test_3()"):
-            self.assertIn(f"\n{line}\n", text)
+            self.assertIn(line, text.splitlines())
         self.assertTrue(text.endswith("Totals: 0 passed, 2 failed, 1 skipped\n"))
 
     def test_a_class_that_cannot_be_prepared(self) -> None:
         code, text = self.printed("    def setUpClass(): raise OSError\n    def test_1(self): pass")
         self.assertEqual(code, 1)
-        self.assertRegex(text, r"\nFAIL!  : _ErrorHolder::setUpClass \[.*Story\]\(\)\n")
+        self.assertRegex(text, r"(?m)^FAIL!  : _ErrorHolder::setUpClass \[.*Story\]\(\)$")
 
     def test_no_tests_at_all(self) -> None:
         self.assertEqual(self.printed("    pass")[0], 1)

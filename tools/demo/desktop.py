@@ -32,15 +32,21 @@ class Timeout(Exception):
 
 
 def wait_for(what: str, condition: Callable[[], T | None], seconds: float = 60) -> T:
-    """Polls until the condition is true and returns its value; raises Timeout naming what was waited for."""
-    deadline = time.monotonic() + seconds
+    """Polls until the condition is true and returns its value; raises Timeout naming what was waited for.
+
+    What is waited for needs the machine more than who waits: a look that takes long is followed by as long a pause, and
+    the pauses grow with the time.
+    """
+    begin = time.monotonic()
     while True:
+        look = time.monotonic()
         value = condition()
         if value:
             return value
-        if time.monotonic() > deadline:
+        now = time.monotonic()
+        if now > begin + seconds:
             raise Timeout(f"waited {seconds:.0f} s for {what}")
-        time.sleep(0.1)
+        time.sleep(max(0.1, now - look, (now - begin) / 40))
 
 
 @dataclass

@@ -39,7 +39,10 @@ class Emulator:
             [
                 "ssh", "-F", "none", "-i", str(self.image / "id_ed25519"), "-p", str(self.ssh_port),
                 "-o", "BatchMode=yes", "-o", "StrictHostKeyChecking=no", "-o", "UserKnownHostsFile=/dev/null",
-                "-o", "LogLevel=ERROR", "-o", "ConnectTimeout=10", "root@127.0.0.1", *command,
+                "-o", "LogLevel=ERROR", "-o", "ConnectTimeout=10",
+                # Each new connection costs the machine inside a second.
+                "-o", "ControlMaster=auto", "-o", "ControlPersist=20", "-o", f"ControlPath={tempfile.gettempdir()}/velmo-%C",
+                "root@127.0.0.1", *command,
             ],
             capture_output=True,
             text=True,
