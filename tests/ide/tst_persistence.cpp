@@ -60,7 +60,7 @@ void setAllValues()
     set(sensors, "setMagneticFieldValues", 1.5, 2.5, 3.5);
     set(sensors, "setCompassCalibrationLevel", 2);
     set(sensors, "setGyroscopeValues", 0.125, -0.25, 0.5);
-    set(sensors, "setAlsLuxValue", 1234);
+    set(sensors, "setAlsLuxValue", 17);
     set(sensors, "setProximitySensorReflectanceValue", 9);
     const int negativeX = 4;
     QVERIFY(QMetaObject::invokeMethod(
@@ -68,6 +68,7 @@ void setAllValues()
     set(contextProperty(u"gpsEmulationManager"_s).value<QObject *>(), "setPosition", 55.75, -37.5, 120.5);
 }
 
+// With the one that was set last of all, while there was no emulator.
 QStringList framesOfAllValues(const QString &sensorsMethod)
 {
     const QStringList sensors{

@@ -107,6 +107,15 @@ class Packages(story.Steps):
 
     # --- the Debian package -----------------------------------------------------------------------
 
+    def test_what_only_some_need_is_only_suggested(self) -> None:
+        fields = subprocess.run(
+            ["dpkg-deb", "--field", self.package("*.deb"), "Recommends", "Suggests"], check=True, capture_output=True, text=True
+        ).stdout
+        recommended, suggested = fields.splitlines()
+        self.assertIn("qemu-system-x86", recommended)
+        self.assertNotIn("pipewire", recommended)
+        self.assertEqual(suggested, "Suggests: gstreamer1.0-pipewire")
+
     def test_the_package_is_installed_with_what_it_depends_on(self) -> None:
         # The machine's owner may be a user.
         self.machine.as_root("dpkg", "--purge", "emulationmanagement")

@@ -239,8 +239,12 @@ class Killing:
         running = processes(QEMU)
         sensors, position = self.stored()
         self.churn()
-        self.kill("the machine runs", 2)
-        self.check_settings({sensors, *range(position, self.robot.last_step + 1)}, self.last_steps())
+        time.sleep(2)  # a change older than that is in the file
+        self.kill("the machine runs", 1)
+        stored, _ = self.stored()
+        if not position < stored <= self.robot.last_step:
+            raise Damage(f"sensors of step {stored}, of {position} to {self.robot.last_step}")
+        self.check_settings({stored}, self.last_steps())
         if self.check_definition() != "complete, complete":
             raise Damage("the rules have gone")
         if processes(QEMU) != running:

@@ -310,7 +310,7 @@ def report(first: Usage, rounds: list[Usage], last: Usage, in_use_growth: int, i
     if len(rounds) >= ENOUGH_ROUNDS:
         checks.append(check("soak memory, second half", growth, MEMORY_SLOPE, "KiB a round"))
     else:
-        print(f"soak memory, second half: {growth:.3g} KiB a round (no aim: of fewer than {ENOUGH_ROUNDS} rounds it says little)")
+        print(f"soak memory, second half: {growth:.3g} KiB a round (no aim with fewer than {ENOUGH_ROUNDS} rounds)")
     return all(checks)
 
 

@@ -41,7 +41,8 @@ class Emulator:
                 "-o", "BatchMode=yes", "-o", "StrictHostKeyChecking=no", "-o", "UserKnownHostsFile=/dev/null",
                 "-o", "LogLevel=ERROR", "-o", "ConnectTimeout=10",
                 # Each new connection costs the machine inside a second.
-                "-o", "ControlMaster=auto", "-o", "ControlPersist=20", "-o", f"ControlPath={tempfile.gettempdir()}/velmo-%C",
+                "-o", "ControlMaster=auto", "-o", "ControlPersist=20",
+                "-o", f"ControlPath={tempfile.gettempdir()}/velmo-%C",
                 "root@127.0.0.1", *command,
             ],
             capture_output=True,

@@ -209,12 +209,10 @@ function handleTab(forward) {
     content.nextItemInFocusChain(forward).forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason);
 }
 
-// Keys that lead elsewhere, and those held with them.
+// Keys that lead elsewhere, and those held with them: whoever walks past has not touched the phone.
 const walkingKeys = [Qt.Key_Tab, Qt.Key_Backtab, Qt.Key_Shift, Qt.Key_Alt, Qt.Key_AltGr, Qt.Key_Meta];
 
 function handleKeyPress(event) {
-    if (walkingKeys.includes(event.key))
-        return;
     if (textEdited) { // which needs its keys itself
         if (event.key === Qt.Key_Escape)
             takeKeys();
@@ -224,7 +222,7 @@ function handleKeyPress(event) {
         controlModifierPressed = true;
     resetSlidersValue();
     event.accepted = rotationMode ? rotateByKey(event) : moveByKey(event);
-    if (rotationMode)
+    if (rotationMode && !walkingKeys.includes(event.key))
         updatePoseValues();
 }
 

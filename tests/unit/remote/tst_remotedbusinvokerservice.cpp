@@ -286,7 +286,7 @@ void TestRemoteDBusInvokerService::opensALostConnectionAtOnce()
         quickest = std::min(quickest, timer.elapsed());
         QTRY_COMPARE(m_invoker->clients(), 1);
     }
-    QCOMPARE_LT(quickest, 20);
+    QCOMPARE_LT(quickest, 10);
 }
 
 // Each attempt returns to the event loop, so the stack does not grow, and a pause follows it: an emulator that is off
