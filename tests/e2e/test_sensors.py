@@ -83,10 +83,11 @@ class Sensors(Story):
                           magnetometerX=0.00001, gyroscopeX=0.5)  # fmt: skip
 
     def expect_the_same(self, state: dict[str, object]) -> None:
+        values = {name: value for name, value in state.items() if name != "calls"}
         try:
-            wait_for("what was set", lambda: self.guest.sensors_when(state), 60)
+            wait_for("what was set", lambda: self.guest.sensors_when(values), 60)
         except Timeout:
-            self.assertEqual(self.guest.sensors(), state)
+            self.assertEqual(self.guest.sensors(), values)
 
     # --- the story ------------------------------------------------------------------------------
 
