@@ -5,6 +5,8 @@
 
 #include "ide/ide.h"
 
+#include <coreplugin/actionmanager/actioncontainer.h>
+#include <coreplugin/actionmanager/actionmanager.h>
 #include <coreplugin/plugininstallwizard.h>
 #include <extensionsystem/pluginmanager.h>
 #include <extensionsystem/pluginspec.h>
@@ -15,6 +17,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QQmlError>
@@ -24,6 +27,7 @@
 #include <QTimer>
 #include <QWizard>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 
@@ -67,6 +71,16 @@ qsizetype loadedSdks()
         }
     }
     return files.size();
+}
+
+// The SDK asks for its emulators in the background. Each has a menu of its own.
+bool anEmulatorIsListed()
+{
+    const Core::ActionContainer *container = Core::ActionManager::actionContainer("Vok.Tools.Menu");
+    if (!container || !container->menu())
+        return false;
+    const QList<QAction *> actions = container->menu()->actions();
+    return std::ranges::any_of(actions, [](const QAction *action) { return action->menu() != nullptr; });
 }
 
 // Boxes run event loops of their own, so their buttons are pressed from a timer.
@@ -138,6 +152,8 @@ bool open(const QString &video)
     const BoxAnswerer answerer;
     QAction *action = showViewAction();
     if (!action)
+        return false;
+    if (!waitFor(anEmulatorIsListed, 60s))
         return false;
     action->trigger();
     if (!waitFor([] { return view() && view()->isVisible(); }, 300s))
