@@ -10,9 +10,12 @@ import re
 import shutil
 import subprocess
 import tempfile
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import story
+from desktop import wait_for
+from guest import Guest
 from machine import Machine
 from session import PROJECT, Session
 
@@ -29,6 +32,7 @@ GERMAN = ["sdks: 1", "menu: Emulationsverwaltung…", "window: Emulationsverwalt
 class Packages(story.Steps):
     machine: Machine
     session: Session
+    guest: Guest
     added: list[str]
 
     @classmethod
@@ -41,6 +45,7 @@ class Packages(story.Steps):
         cls.addClassCleanup(shutil.rmtree, cls.home, ignore_errors=True)
         cls.session = Session(cls.home / "session", story.BUILD, story.IMAGE)
         cls.addClassCleanup(cls.session.end)
+        cls.guest = Guest(cls.session.emulator)
 
     def ide(self, task: str, *, language: str = "", seconds: float = 400) -> list[str]:
         """Starts the packaged IDE for one task of the probe's, and returns the facts that it has printed."""
@@ -70,8 +75,24 @@ class Packages(story.Steps):
                  "vp8enc", "deadline=1", "!", "webmmux", "!", "filesink", f"location={video}"],
                 check=True,
             )  # fmt: skip
-        self.assertEqual(self.ide(f"open:{video}"), ["window: visible", "stream: running"])
+        enough = self.home / f"{video.name}.enough"
+        enough.unlink(missing_ok=True)
+        with ThreadPoolExecutor() as pool:
+            facts = pool.submit(self.ide, f"open:{video}")
+            try:
+                wait_for("pictures in the guest", lambda: facts.done() or self.pictures() > 10, 400)
+            finally:
+                enough.touch()
+            self.assertEqual(facts.result(), ["window: visible", "stream: running"])
+        self.assertGreater(self.pictures(), 10)
         self.session.kill_emulator()
+
+    def pictures(self) -> int:
+        """How many the guest has seen; none before it is up."""
+        try:
+            return self.guest.camera()["framesReceived"]
+        except (RuntimeError, subprocess.TimeoutExpired):
+            return 0
 
     def install_archives(self) -> None:
         for archive in ("tarnplugin-*", "emulationmanagement-*"):

@@ -38,8 +38,9 @@ ENOUGH_ROUNDS = 100
 # from the first hundred; a text of a track that is lost each time was 6000 after fifty.
 MEMORY_IN_USE = 1500
 IDLE_RATIO = 5
-# The phone's clock ticks ten times a second while its page is shown, and tells the emulator what the sensors read.
-TICKING_RATIO = 100
+# The phone's clock ticks ten times a second while its page is shown, and tells the emulator what the sensors read: 9 ms
+# of a second were measured.
+TICKING_RATIO = 300
 # Milliseconds of CPU time a second: an IDE that waits uses less than can be compared with.
 IDLE_FLOOR = 0.1
 # Pools of threads give up a thread that has had nothing to do for half a minute.

@@ -103,6 +103,7 @@ private:
     QTimer m_timer;
 };
 
+// Until a file beside the video says that the emulator has seen enough of it.
 bool playsVideo(const QString &video)
 {
     auto *camera = contextProperty(u"cameraEmulationManager"_s).value<QObject *>();
@@ -111,7 +112,7 @@ bool playsVideo(const QString &video)
     if (!waitFor([camera] { return camera->property("streamRunning").toBool(); }, 30s))
         return false;
     say(u"stream: running"_s);
-    return true;
+    return waitFor([video] { return QFile::exists(video + ".enough"_L1); }, 120s);
 }
 
 } // namespace
