@@ -4,13 +4,19 @@
 
 #include <QNetworkProxy>
 
+#include <algorithm>
+#include <chrono>
+
 using namespace std::chrono_literals;
 
 namespace Tarn::Internal {
 
 namespace {
 
-constexpr auto attemptTime = 5s;
+// A machine under load may take long to greet, and longer still while it is asked again and again: each attempt that
+// nothing comes of gives the next one more time.
+constexpr std::chrono::milliseconds shortestAttempt = 5s;
+constexpr std::chrono::milliseconds longestAttempt = 60s;
 constexpr auto retryPause = 300ms;
 constexpr QByteArrayView bannerStart = "SSH-";
 
@@ -21,13 +27,12 @@ SshBannerProbe::SshBannerProbe(QObject *parent)
 {
     m_socket.setProxy(QNetworkProxy::NoProxy); // the IDE's proxy is for the world outside
     m_attemptTimer.setSingleShot(true);
-    m_attemptTimer.setInterval(attemptTime);
     m_retryTimer.setSingleShot(true);
     m_retryTimer.setInterval(retryPause);
     connect(&m_socket, &QTcpSocket::readyRead, this, &SshBannerProbe::readBanner);
     connect(&m_socket, &QTcpSocket::disconnected, this, &SshBannerProbe::retry);
     connect(&m_socket, &QTcpSocket::errorOccurred, this, &SshBannerProbe::retry);
-    connect(&m_attemptTimer, &QTimer::timeout, this, &SshBannerProbe::retry);
+    connect(&m_attemptTimer, &QTimer::timeout, this, &SshBannerProbe::giveUpAttempt);
     connect(&m_retryTimer, &QTimer::timeout, this, &SshBannerProbe::connectSocket);
 }
 
@@ -37,6 +42,7 @@ void SshBannerProbe::start(const QString &host, quint16 port)
     m_host = host;
     m_port = port;
     m_active = true;
+    m_attemptTimer.setInterval(shortestAttempt);
     m_retryTimer.start(); // the machine has only just been switched on
 }
 
@@ -51,6 +57,7 @@ void SshBannerProbe::stop()
 void SshBannerProbe::connectSocket()
 {
     m_socket.abort();
+    m_retryTimer.stop(); // the end of the attempt before, which is no reason to cut this one short
     m_attemptTimer.start();
     m_socket.connectToHost(m_host, m_port);
 }
@@ -63,6 +70,12 @@ void SshBannerProbe::readBanner()
         return retry();
     stop();
     Q_EMIT answered();
+}
+
+void SshBannerProbe::giveUpAttempt()
+{
+    m_attemptTimer.setInterval(std::min(2 * m_attemptTimer.intervalAsDuration(), longestAttempt));
+    retry();
 }
 
 void SshBannerProbe::retry()

@@ -26,6 +26,7 @@ Q_SIGNALS:
 private:
     void connectSocket();
     void readBanner();
+    void giveUpAttempt();
     void retry();
 
     QTcpSocket m_socket;

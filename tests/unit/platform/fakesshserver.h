@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
+
+#include <chrono>
 
 // A port of the loopback interface that accepts connections and greets each with what its greeting is by then.
 class FakeSshServer : public QTcpServer
@@ -15,12 +18,14 @@ public:
     {
         connect(this, &QTcpServer::newConnection, this, [this] {
             ++connectionCount;
-            nextPendingConnection()->write(this->greeting);
+            QTcpSocket *socket = nextPendingConnection();
+            QTimer::singleShot(delay, socket, [this, socket] { socket->write(this->greeting); });
         });
         if (!listen(QHostAddress::LocalHost))
             qFatal("no port to listen on");
     }
 
     QByteArray greeting;
+    std::chrono::milliseconds delay{0};
     int connectionCount = 0;
 };

@@ -17,6 +17,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace Tarn;
 
 namespace {
@@ -215,6 +216,19 @@ private Q_SLOTS:
         QTRY_COMPARE(server.connectionCount, 1);
         server.greeting = "SSH-2.0-Fake\r\n";
         QTRY_COMPARE_WITH_TIMEOUT(m_machine->state(), VirtualMachine::Connected, longTime);
+        QCOMPARE(answers.last, true);
+        QCOMPARE(server.connectionCount, 2);
+    }
+
+    // A machine under load: asked as often as ever, it would never come to greet anybody.
+    void waitsLongerForAServerThatIsSlow()
+    {
+        FakeSshServer server;
+        server.delay = 7s;
+        open(server.serverPort());
+        Answers answers;
+        m_machine->connectTo({}, this, answers.callback());
+        QTRY_COMPARE_WITH_TIMEOUT(m_machine->state(), VirtualMachine::Connected, 60'000);
         QCOMPARE(answers.last, true);
         QCOMPARE(server.connectionCount, 2);
     }
